@@ -1,0 +1,103 @@
+#pragma once
+// dBASE tables (the .mmd files of \dbf), read and written through shapelib
+// under their real file names. Text fields are GBK on disk. Rows are walked
+// in table order; rows marked deleted are passed over, as the database
+// engine did.
+//
+// A table that cannot be opened behaves as an empty one: every read gives
+// nothing, every write fails, and error() says why.
+
+#include <QList>
+#include <QString>
+#include <QVariant>
+#include <memory>
+#include <optional>
+#include <utility>
+
+namespace mj {
+
+struct DbfField {
+  QString name;
+  char type = 'C';  // 'C' text, 'N' number, 'L' logical, 'D' date
+  int width = 10;
+  int decimals = 0;
+};
+
+class DbfTable {
+ public:
+  enum class Mode { Read, ReadWrite };
+
+  DbfTable();
+  ~DbfTable();
+  DbfTable(const DbfTable&) = delete;
+  DbfTable& operator=(const DbfTable&) = delete;
+  DbfTable(DbfTable&&) noexcept;
+  DbfTable& operator=(DbfTable&&) noexcept;
+
+  // Opens an existing table file by its real name (any extension).
+  static DbfTable open(const QString& path, Mode mode = Mode::Read);
+  // Creates (replacing) a table with the given fields; code page GBK.
+  static DbfTable create(const QString& path, const QList<DbfField>& fields);
+
+  bool isOpen() const;
+  QString error() const;  // why the table is not open, or why the last write failed
+  QString path() const;
+  void close();  // writes pending changes
+
+  QList<DbfField> fields() const;
+  int fieldCount() const;
+  int fieldIndex(const QString& name) const;  // without regard to case; -1 when absent
+
+  // Physical record numbers 0..recordCount()-1, deleted ones included.
+  int recordCount() const;
+  bool isDeleted(int record) const;
+  // The live rows in table order.
+  QList<int> rows() const;
+
+  // Field access by physical record number and field index (or name).
+  bool isNull(int record, int field) const;  // blank field
+  QString text(int record, int field) const;  // right blanks removed, left ones kept
+  QString trimmedText(int record, int field) const;
+  bool logical(int record, int field) const;  // T, t, Y, y
+  double number(int record, int field) const;  // 0 for a blank or non-numeric field
+  QVariant value(int record, int field) const;  // null variant for a blank field
+
+  bool isNull(int record, const QString& field) const { return isNull(record, fieldIndex(field)); }
+  QString text(int record, const QString& field) const { return text(record, fieldIndex(field)); }
+  QString trimmedText(int record, const QString& field) const { return trimmedText(record, fieldIndex(field)); }
+  bool logical(int record, const QString& field) const { return logical(record, fieldIndex(field)); }
+  double number(int record, const QString& field) const { return number(record, fieldIndex(field)); }
+
+  // Writes; a text longer than the field is cut at a character boundary.
+  bool setText(int record, int field, const QString& value);
+  bool setLogical(int record, int field, bool value);
+  bool setNumber(int record, int field, double value);
+  bool setNull(int record, int field);
+  bool setValue(int record, int field, const QVariant& value);  // by the field's type
+
+  bool setText(int record, const QString& field, const QString& value) { return setText(record, fieldIndex(field), value); }
+  bool setLogical(int record, const QString& field, bool value) { return setLogical(record, fieldIndex(field), value); }
+  bool setNumber(int record, const QString& field, double value) { return setNumber(record, fieldIndex(field), value); }
+
+  // Appends a blank row and returns its record number, -1 on failure.
+  int appendRow();
+  // Writes the current record and the header, so that another reader sees them.
+  bool flush();
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> d;
+};
+
+// The equality filters of the program's queries:
+//   select * from t                                -> Select(t, {})
+//   ... where valid2=true                          -> Select(t, {{"valid2", true}})
+//   ... where filename='x'                         -> Select(t, {{"filename", "x"}})
+//   ... where filename='x' and valid2=true         -> both
+//   ... where itemid='id'                          -> Select(t, {{"itemid", id}})
+// A text condition compares the field without its right blanks; a bool one
+// the logical value. An unknown field matches nothing.
+using DbfCondition = std::pair<QString, QVariant>;
+QList<int> Select(const DbfTable& table, const QList<DbfCondition>& where);
+
+}  // namespace mj

@@ -1,0 +1,31 @@
+#pragma once
+// INI files read and written the way the Windows profile functions do
+// (GetPrivateProfileStringA / WritePrivateProfileStringA): sections and keys
+// without regard to case, values trimmed and cut, every other line of the
+// file left as it stands. GBK on disk.
+
+#include <QString>
+#include <optional>
+
+namespace mj {
+
+// The value of key in section, with an empty default and a 128-byte buffer:
+// at most 127 bytes of GBK (never half a character), cut at the first NUL,
+// trimmed of blanks and tabs; a value in matching quotes loses them.
+// A missing file, section or key gives "".
+QString IniRead(const QString& file, const QString& section, const QString& key);
+
+// Writes key=value into section, creating the section and the file when
+// missing. The value is cut to 127 bytes of GBK. The file is replaced
+// atomically. Returns false when the file cannot be written.
+bool IniWrite(const QString& file, const QString& section, const QString& key, const QString& value);
+
+// Removes a key (value nullopt) as the profile function does with a null value.
+bool IniDeleteKey(const QString& file, const QString& section, const QString& key);
+
+// Parsing on a text already in memory (the file's content).
+QString IniValueIn(const QString& fileText, const QString& section, const QString& key);
+QString IniWithValue(const QString& fileText, const QString& section, const QString& key,
+                     const std::optional<QString>& value);
+
+}  // namespace mj

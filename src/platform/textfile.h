@@ -1,0 +1,37 @@
+#pragma once
+// Text files on disk: GBK (code page 936) unless a file starts with the UTF-8
+// byte order mark and is valid UTF-8. Texts keep their CR LF line ends in
+// memory; nothing here converts them.
+
+#include <QByteArray>
+#include <QString>
+
+namespace mj {
+
+QByteArray ToGbk(const QString& text);
+// Bytes that are not valid GBK become U+FFFD; never fails.
+QString FromGbk(const QByteArray& bytes);
+// GBK, or UTF-8 when the bytes start with a UTF-8 byte order mark and are
+// valid UTF-8 throughout.
+QString DecodeText(const QByteArray& bytes);
+
+// Number of bytes the text takes in GBK.
+qsizetype GbkLength(const QString& text);
+// The longest head of text that fits in maxBytes of GBK; never splits a
+// two-byte character.
+QString GbkHead(const QString& text, qsizetype maxBytes);
+
+// The whole file as text; empty when it does not exist or cannot be read.
+QString ReadText(const QString& path, bool* ok = nullptr);
+QByteArray ReadBytes(const QString& path, bool* ok = nullptr);
+
+// Replaces the file with text in GBK: the bytes go to a temporary file in the
+// same folder, which then takes the file's place, so a crash leaves either
+// the old or the new file, never half of one.
+bool WriteTextAtomic(const QString& path, const QString& text);
+bool WriteBytesAtomic(const QString& path, const QByteArray& bytes);
+
+// Appends text in GBK; creates the file when it is missing.
+bool AppendText(const QString& path, const QString& text);
+
+}  // namespace mj

@@ -1,0 +1,49 @@
+#pragma once
+// A program folder of its own for each test, with a fixed clock, scripted
+// message boxes, a recording shell and scripted dialogs.
+
+#include <QString>
+#include <QTemporaryDir>
+#include <memory>
+
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "platform/env.h"
+#include "platform/messagebox.h"
+#include "platform/shell.h"
+
+namespace mj::test {
+
+class TestEnv {
+ public:
+  TestEnv();
+  explicit TestEnv(const QString& copyFrom);  // starts with a copy of that folder
+
+  Env env;
+  FixedClock clock;
+  ScriptedBoxes boxes;
+  RecordingShell shell;
+  ScriptedDialogs dialogs;
+
+  QString root() const { return env.root; }
+  QString path(const QString& suffix) const { return env.path(suffix); }
+  // Writes text in GBK (creating folders); the text is written as given.
+  void writeGbk(const QString& suffix, const QString& text) const;
+  QString readGbk(const QString& suffix) const;
+  void mkdir(const QString& suffix) const;
+
+ private:
+  std::unique_ptr<QTemporaryDir> dir_;
+};
+
+// Copies a folder tree.
+bool CopyTree(const QString& from, const QString& to);
+
+// The built demonstration program folder (build tree), empty when not built.
+QString DemoDataDir();
+// ../shared/realdata, empty when absent.
+QString RealDataDir();
+// Folder for screenshots and other test output, created on demand.
+QString OutputDir();
+
+}  // namespace mj::test
