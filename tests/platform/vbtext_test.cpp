@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "support/printers.h"
+
 #include "platform/vbtext.h"
 
 using namespace mj;

@@ -11,6 +11,7 @@
 #include "platform/env.h"
 #include "platform/messagebox.h"
 #include "platform/shell.h"
+#include "support/printers.h"
 
 namespace mj::test {
 
