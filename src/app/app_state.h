@@ -1,0 +1,53 @@
+#pragma once
+// The state the main window shares with every other window: the program
+// folder and services, the question index, the start-up flags, the tables
+// of the directory in use. Other windows read it through the main window.
+
+#include <QString>
+#include <QStringList>
+
+#include "bank/item_index.h"
+#include "platform/env.h"
+
+namespace mj {
+
+// RunState values.
+namespace runstate {
+constexpr qint16 kInItem = 1;    // inside the work on one item of an update package
+constexpr qint16 kUpdating = 2;  // an update package is being applied
+constexpr qint16 kNormal = 3;    // after a normal start
+}  // namespace runstate
+
+struct AppState {
+  Env env;
+
+  // Screen factors: screen width / 12000 and height / 9000 (in twips).
+  double ScaleX = 1.0;
+  double ScaleY = 1.0;
+
+  // The question index (items.mmd) and the working copy of the current mode.
+  ItemIndex ItemData;
+  ItemIndex AllItemData;
+  ItemIndex CsItemData;  // never filled: copying it empties ItemData
+
+  QStringList NumeralTable;  // Chinese numerals of 0..2000
+  QStringList TypeTitle;     // "", "一、单项选择题", "二、多项选择题", "三、任意选择题"
+
+  // Links of the news file, read once at start.
+  QString NewsLink1, NewsLink2, NewsLink3, NewsLink4;
+
+  qint16 RunState = 0;
+  bool StartedOk = false;
+  bool HasIndex = false;
+
+  // The program that opens format documents (\ini\WenShu.ini).
+  QString WenShuProgram;
+
+  // Tables of the current mode, all in DataFolder.
+  QString DataFolder;    // \dbf
+  QString LawNameTable;  // "33.mmd"
+  QString FaceTable;     // directory table
+  QString ItemTable;     // item table
+};
+
+}  // namespace mj

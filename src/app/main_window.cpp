@@ -1,0 +1,397 @@
+#include "app/main_window.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QEvent>
+#include <QGridLayout>
+#include <QHeaderView>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QScreen>
+#include <QStackedWidget>
+#include <QTableWidget>
+#include <QTextEdit>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "app/format_documents.h"
+#include "app/splash_window.h"
+#include "app/startup.h"
+#include "app/text_toolkit.h"
+#include "platform/desktop_services_widget.h"
+#include "platform/paths.h"
+#include "platform/vbtext.h"
+
+namespace mj {
+
+namespace {
+const QString kAppTitle = QStringLiteral("明镜学习伴侣") + QStringLiteral("3.10");
+}
+
+Form1::Form1(const Env& env, QWidget* parent) : QMainWindow(parent) {
+  setObjectName(QStringLiteral("Form1"));
+  app_.env = env;
+  setWindowTitle(kAppTitle);
+  buildMenu();
+  buildFaces();
+  Timer1 = new QTimer(this);
+  Timer1->setInterval(1000);
+  // Key preview: F1 anywhere in the program reaches the help handler.
+  qApp->installEventFilter(this);
+}
+
+Form1::~Form1() {
+  qApp->removeEventFilter(this);
+  delete splash_;
+}
+
+void Form1::buildMenu() {
+  QMenuBar* bar = menuBar();
+  auto entry = [this, bar](const QString& name, const QString& caption) {
+    QAction* a = bar->addAction(caption);
+    a->setObjectName(name);
+    return a;
+  };
+  auto submenu = [bar](const QString& name, const QString& caption) {
+    QMenu* m = bar->addMenu(caption);
+    m->setObjectName(name);
+    m->menuAction()->setObjectName(name);
+    return m;
+  };
+  auto item = [](QMenu* m, const QString& name, const QString& caption) {
+    QAction* a = m->addAction(caption);
+    a->setObjectName(name);
+    return a;
+  };
+
+  ShiTi = entry(QStringLiteral("ShiTi"), QStringLiteral("内部题库"));
+  CeShi = entry(QStringLiteral("CeShi"), QStringLiteral("摸拟试卷"));
+  ChaJuan = entry(QStringLiteral("ChaJuan"), QStringLiteral("查卷"));
+  OutShiTi = entry(QStringLiteral("OutShiTi"), QStringLiteral("外部题库"));
+  zsd = entry(QStringLiteral("zsd"), QStringLiteral("知识点管理"));
+  AddNewLaw = entry(QStringLiteral("AddNewLaw"), QStringLiteral("添加新法律"));
+  MyGuess = submenu(QStringLiteral("MyGuess"), QStringLiteral("模糊题"));
+  DoneGuess = item(MyGuess, QStringLiteral("DoneGuess"), QStringLiteral("做不太确定的试题"));
+  HelpGuess = item(MyGuess, QStringLiteral("HelpGuess"), QStringLiteral("本功能说明"));
+  AutoUpdate = submenu(QStringLiteral("AutoUpdate"), QStringLiteral("自动更新"));
+  DoneNewItem = item(AutoUpdate, QStringLiteral("DoneNewItem"), QStringLiteral("按日期做刚更新的试题"));
+  DoneNewByLawName = item(AutoUpdate, QStringLiteral("DoneNewByLawName"), QStringLiteral("按法律名做刚更新的试题"));
+  NewerProgram = item(AutoUpdate, QStringLiteral("NewerProgram"), QStringLiteral("选新题库文件并更新进系统题库"));
+  Help4New = item(AutoUpdate, QStringLiteral("Help4New"), QStringLiteral("本功能说明"));
+  RiZhi = entry(QStringLiteral("RiZhi"), QStringLiteral("做题日志"));
+  FGCX = entry(QStringLiteral("FGCX"), QStringLiteral("法律法规查询"));
+  TxtFormat = submenu(QStringLiteral("TxtFormat"), QStringLiteral("文书格式"));
+  OpenFormatFile = item(TxtFormat, QStringLiteral("OpenFormatFile"), QStringLiteral("打开格式文书文件"));
+  CfgOpenPro = item(TxtFormat, QStringLiteral("CfgOpenPro"), QStringLiteral("设置打开格式文书文件的程序"));
+  MyConfigMenu = entry(QStringLiteral("MyConfigMenu"), QStringLiteral("设置"));
+  Help = submenu(QStringLiteral("Help"), QStringLiteral("帮助"));
+  HelpWeb = item(Help, QStringLiteral("HelpWeb"), QStringLiteral("支持站点"));
+  HelpYou = item(Help, QStringLiteral("HelpYou"), QStringLiteral("联机帮助"));
+  MmExit = entry(QStringLiteral("MmExit"), QStringLiteral("退出"));
+
+  // Entries whose windows come with later parts of the program stay disabled
+  // until they are wired.
+  for (QAction* a : {ShiTi, CeShi, ChaJuan, OutShiTi, zsd, AddNewLaw, DoneGuess, DoneNewItem, DoneNewByLawName,
+                     NewerProgram, RiZhi, FGCX, MyConfigMenu})
+    a->setEnabled(false);
+
+  connect(HelpGuess, &QAction::triggered, this, [this] {
+    env().msgBox(QStringLiteral("如果您在做题时先点一下“也许是……”则程序会作出记录，并按时期、对、错进行分类，将来您可以有条件的进行复习。"), 0,
+                 QStringLiteral("模糊题功能说明"));
+  });
+  connect(Help4New, &QAction::triggered, this,
+          [this] { ShellOpen(env(), env().path(QStringLiteral("\\readme\\autonewer.htm"))); });
+  // Opening the menu "文书格式" is its click: the unpack entry.
+  connect(TxtFormat, &QMenu::aboutToShow, this, [this] { mj::TxtFormat(app_); });
+  connect(OpenFormatFile, &QAction::triggered, this, [this] { mj::OpenFormatFile(app_); });
+  connect(CfgOpenPro, &QAction::triggered, this, [this] { mj::CfgOpenPro(app_); });
+  connect(Help, &QMenu::aboutToShow, this, [this] {
+    if (!DirExists(env().path(QStringLiteral("\\readme")))) mj::TxtFormat(app_);
+  });
+  connect(HelpWeb, &QAction::triggered, this, [this] { ShellOpen(env(), supportSite()); });
+  connect(HelpYou, &QAction::triggered, this, [this] {
+    env().msgBox(QStringLiteral("    你可以在每个界面上按F1功能键调出当") + kCrLf + QStringLiteral("前界面的详细说明，注意，带有“●”号的") +
+                 kCrLf + QStringLiteral("功能在界面里不能直接看出来，为必看项。"));
+  });
+  connect(MmExit, &QAction::triggered, this, &QWidget::close);
+}
+
+void Form1::buildFaces() {
+  faces_ = new QStackedWidget(this);
+  setCentralWidget(faces_);
+
+  // Start page: picture, slogan, notices.
+  startPage = new QWidget;
+  startPage->setObjectName(QStringLiteral("startPage"));
+  auto* sv = new QVBoxLayout(startPage);
+  Picture1 = new QLabel;
+  Picture1->setAlignment(Qt::AlignCenter);
+  Picture1->setMinimumHeight(120);
+  sv->addWidget(Picture1, 3);
+  Label12 = new QLabel;
+  Label12->setObjectName(QStringLiteral("Label12"));
+  Label12->setAlignment(Qt::AlignCenter);
+  Label12->setWordWrap(true);
+  QFont big = Label12->font();
+  big.setPointSize(18);
+  big.setBold(true);
+  Label12->setFont(big);
+  sv->addWidget(Label12);
+  auto* noticeGrid = new QGridLayout;
+  for (int i = 0; i < kNoticeCount; ++i) {
+    auto* l = new QLabel;
+    l->setObjectName(QStringLiteral("Label14_%1").arg(i));
+    l->setWordWrap(true);
+    l->setVisible(false);
+    l->setMouseTracking(true);
+    l->installEventFilter(this);
+    Label14.append(l);
+    noticeGrid->addWidget(l, i / 2, i % 2);
+  }
+  sv->addLayout(noticeGrid, 2);
+  startPage->setMouseTracking(true);
+  startPage->installEventFilter(this);
+  faces_->addWidget(startPage);
+
+  // Grid face: the directory and the lists.
+  gridPage = new QWidget;
+  gridPage->setObjectName(QStringLiteral("gridPage"));
+  auto* gv = new QVBoxLayout(gridPage);
+  Label7 = new QLabel;
+  Label7->setObjectName(QStringLiteral("Label7"));
+  Label7->setVisible(false);
+  gv->addWidget(Label7);
+  ProgressBar1 = new QProgressBar;
+  ProgressBar1->setObjectName(QStringLiteral("ProgressBar1"));
+  ProgressBar1->setVisible(false);
+  gv->addWidget(ProgressBar1);
+  MSFlexGrid1 = new QTableWidget;
+  MSFlexGrid1->setObjectName(QStringLiteral("MSFlexGrid1"));
+  MSFlexGrid2 = new QTableWidget;
+  MSFlexGrid2->setObjectName(QStringLiteral("MSFlexGrid2"));
+  for (QTableWidget* g : {MSFlexGrid1, MSFlexGrid2}) {
+    g->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    g->verticalHeader()->setVisible(false);
+    g->setVisible(false);
+    gv->addWidget(g, 1);
+  }
+  faces_->addWidget(gridPage);
+
+  // Practice face: the frames of the client area; index 3 is the practice frame.
+  practicePage = new QWidget;
+  practicePage->setObjectName(QStringLiteral("practicePage"));
+  auto* pv = new QVBoxLayout(practicePage);
+  for (int i = 0; i < 4; ++i) {
+    auto* f = new QWidget;
+    f->setObjectName(QStringLiteral("Frame1_%1").arg(i));
+    f->setVisible(false);
+    pv->addWidget(f);
+    Frame1.append(f);
+  }
+  auto* fv = new QVBoxLayout(Frame1[3]);
+  Text3 = new QTextEdit;
+  Text3->setObjectName(QStringLiteral("Text3"));
+  fv->addWidget(Text3);
+  faces_->addWidget(practicePage);
+  faces_->setCurrentWidget(startPage);
+}
+
+void Form1::showStartPage() { faces_->setCurrentWidget(startPage); }
+void Form1::showGrids() { faces_->setCurrentWidget(gridPage); }
+void Form1::showPracticeFrame() { faces_->setCurrentWidget(practicePage); }
+QWidget* Form1::currentFace() const { return faces_->currentWidget(); }
+
+bool Form1::needsData() {
+  if (DataSetPresent(env())) return true;
+  mj::TxtFormat(app_);
+  return false;
+}
+
+void Form1::step(int n) {
+  if (onStartupStep) onStartupStep(n);
+}
+
+void Form1::applyTitle() {
+  const QString countdown = GetExamCountdown(env());
+  setWindowTitle(countdown.isEmpty() ? kAppTitle : kAppTitle + QStringLiteral("   ") + countdown);
+}
+
+void Form1::unloadSplash() {
+  if (!splash_) return;
+  splash_->Timer1->stop();
+  splash_->close();
+  splash_->deleteLater();
+  splash_ = nullptr;
+}
+
+Form1::LoadOutcome Form1::load() {
+  const Env& e = env();
+  // 1. The data set; without it the data package fills the folder.
+  step(1);
+  if (!DataSetPresent(e)) {
+    const QString package = DataPackageProgram(e);
+    if (!package.isEmpty()) {
+      e.shell->start(package, {}, WindowMode::Normal);
+      return LoadOutcome::EndNow;
+    }
+  }
+  // 2. The links of the news file, before anything that needs them.
+  step(2);
+  const NewsLinks links = ReadNewsLinks(e);
+  app_.NewsLink1 = links.link1;
+  app_.NewsLink2 = links.link2;
+  app_.NewsLink3 = links.link3;
+  app_.NewsLink4 = links.link4;
+  // 3. The splash window.
+  step(3);
+  splash_ = new Form8(e);
+  splash_->load();
+  splash_->show();
+  QCoreApplication::processEvents();
+  // 4. Type titles; room for the numeral table.
+  step(4);
+  app_.TypeTitle = MakeTypeTitle();
+  app_.NumeralTable = QStringList(2001);
+  // 5. \ini
+  step(5);
+  if (!DirExists(e.path(QStringLiteral("\\ini")))) MakeDir(e.path(QStringLiteral("\\ini")));
+  // 6.
+  step(6);
+  app_.RunState = runstate::kNormal;
+  // 7. The program for format documents.
+  step(7);
+  app_.WenShuProgram = ReadWenShuProgram(e);
+  // 8. The icon; without one the start stops here.
+  step(8);
+  const QString icon = IconFile(e);
+  if (icon.isEmpty()) {
+    unloadSplash();
+    return LoadOutcome::Stopped;
+  }
+  setWindowIcon(QIcon(ResolveCase(icon)));
+  // 9. Screen factors and the window's size.
+  step(9);
+  if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+    const QRect avail = screen->availableGeometry();
+    app_.ScaleX = avail.width() * 15.0 / 12000.0;
+    app_.ScaleY = avail.height() * 15.0 / 9000.0;
+    if (!(windowState() & (Qt::WindowMinimized | Qt::WindowMaximized))) {
+      resize(static_cast<int>(12000 * app_.ScaleX / 15), static_cast<int>(9000 * app_.ScaleY / 15));
+      move(avail.topLeft());
+    }
+  }
+  // 10. A one-row index; empty boxes; the tables of the start.
+  step(10);
+  app_.ItemData = ItemIndex(1);
+  Text3->clear();
+  app_.DataFolder = e.path(QStringLiteral("\\dbf"));
+  app_.LawNameTable = QStringLiteral("33.mmd");
+  app_.ItemTable = QStringLiteral("items.mmd");
+  // 11. Grids hidden, settings loaded, frames hidden, text style applied.
+  step(11);
+  MSFlexGrid1->setVisible(false);
+  MSFlexGrid2->setVisible(false);
+  for (QWidget* f : Frame1) f->setVisible(false);
+  // 12. The law-name table must be readable.
+  step(12);
+  lawNames_ = DbfTable::open(AppPath(app_.DataFolder, app_.LawNameTable));
+  // 13. Column widths of the directory follow the screen factor.
+  step(13);
+  for (int c = 0; c < MSFlexGrid1->columnCount(); ++c)
+    MSFlexGrid1->setColumnWidth(c, static_cast<int>(MSFlexGrid1->columnWidth(c) * app_.ScaleX));
+  // 14. Release a former index.
+  step(14);
+  if (!app_.ItemData.isEmpty()) app_.ItemData.clear();
+  app_.HasIndex = true;
+  // 15. The question index.
+  step(15);
+  // 16. The start page with the countdown in the title.
+  step(16);
+  Label12->setText(QStringLiteral("科学、高效、智能化的题海战术使在较短时间内通过司法统考成为可能。"));
+  const QString picture = e.path(QStringLiteral("\\ini\\jiemian.jpg"));
+  if (FileExists(picture)) {
+    QPixmap pm(ResolveCase(picture));
+    if (!pm.isNull()) Picture1->setPixmap(pm.scaled(640, 360, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+  }
+  applyTitle();
+  showStartPage();
+  // 17. The notices of the news file.
+  step(17);
+  showNotices();
+  // 18. The splash goes; the start is complete.
+  step(18);
+  unloadSplash();
+  app_.StartedOk = true;
+  Timer1->start();
+  return LoadOutcome::Running;
+}
+
+void Form1::showNotices() {
+  const QString f = env().path(kNewsFile);
+  notices_ = FileExists(f) ? ReadNotices(f) : QList<Notice>();
+  for (int i = 0; i < Label14.size(); ++i) {
+    QLabel* l = Label14[i];
+    const Notice n = i < notices_.size() ? notices_[i] : Notice();
+    l->setText(n.caption);
+    l->setToolTip(n.toolTip);
+    l->setVisible(n.visible());
+    l->setStyleSheet(QStringLiteral("color: %1").arg(ColorOf(n.color).name()));
+    if (!n.link.isEmpty()) {
+      const QString cur = env().path(QStringLiteral("\\ini\\mmpoint.cur"));
+      QPixmap pm;
+      if (FileExists(cur) && pm.load(ResolveCase(cur))) l->setCursor(QCursor(pm));
+      else l->setCursor(Qt::PointingHandCursor);
+    } else {
+      l->unsetCursor();
+    }
+  }
+}
+
+void Form1::ShowNewsLabels(bool visible) {
+  for (QLabel* l : Label14) l->setVisible(visible && !l->text().isEmpty());
+}
+
+void Form1::showHelpOfForm(const QString& formName) {
+  const int number = static_cast<int>(Val(Mid(formName, 5, 2)));
+  if (helpHandler) helpHandler(number);
+}
+
+bool Form1::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1) {
+    if (auto* w = qobject_cast<QWidget*>(watched)) {
+      showHelpOfForm(w->window()->objectName());
+      return true;
+    }
+  }
+  const int idx = Label14.indexOf(qobject_cast<QLabel*>(watched));
+  if (idx >= 0 && idx < notices_.size()) {
+    const Notice& n = notices_[idx];
+    if (event->type() == QEvent::Enter)
+      Label14[idx]->setStyleSheet(QStringLiteral("color: %1").arg(ColorOf(n.hoverColor).name()));
+    else if (event->type() == QEvent::Leave)
+      Label14[idx]->setStyleSheet(QStringLiteral("color: %1").arg(ColorOf(n.color).name()));
+    else if (event->type() == QEvent::MouseButtonRelease && !n.link.isEmpty())
+      ShellOpen(env(), n.link);
+  }
+  return QMainWindow::eventFilter(watched, event);
+}
+
+void Form1::closeEvent(QCloseEvent* e) {
+  switch (CloseRequest(app_)) {
+    case CloseDecision::Ignore:
+    case CloseDecision::Cancel:
+      e->ignore();
+      return;
+    case CloseDecision::Close:
+      e->accept();
+      Timer1->stop();
+      QCoreApplication::quit();
+      return;
+  }
+}
+
+}  // namespace mj

@@ -1,0 +1,132 @@
+#pragma once
+// The main window: the menu, the three faces of its client area (the start
+// page, the grids, the practice frame), the start-up in its fixed order and
+// the close request.
+
+#include <QList>
+#include <QMainWindow>
+#include <functional>
+#include <memory>
+
+#include "app/app_state.h"
+#include "log/news.h"
+#include "platform/dbftable.h"
+
+class QAction;
+class QLabel;
+class QMenu;
+class QProgressBar;
+class QStackedWidget;
+class QTableWidget;
+class QTextEdit;
+class QTimer;
+
+namespace mj {
+
+class Form8;
+
+class Form1 : public QMainWindow {
+  Q_OBJECT
+ public:
+  explicit Form1(const Env& env, QWidget* parent = nullptr);
+  ~Form1() override;
+
+  enum class LoadOutcome {
+    Running,  // start-up ran to its end
+    Stopped,  // no icon: the window stays empty, without index
+    EndNow,   // the data package was started: end the application at once
+  };
+  // The start-up, steps 1 to 18.
+  LoadOutcome load();
+
+  AppState& state() { return app_; }
+  const Env& env() const { return app_.env; }
+
+  // Runs the unpack entry instead of the caller's work when the data set is
+  // missing; true when the data set is there.
+  bool needsData();
+
+  // Faces of the client area.
+  void showStartPage();
+  void showGrids();
+  void showPracticeFrame();
+  QWidget* currentFace() const;
+
+  // The F1 key of any window ends here with the window's help number.
+  void showHelpOfForm(const QString& formName);
+  std::function<void(int number)> helpHandler;
+
+  // Observes the start-up: called with each step number as it begins.
+  std::function<void(int step)> onStartupStep;
+
+  // Applies the notices of the local news file to the labels of the start page.
+  void showNotices();
+  // The labels of the start page visible (those with a caption) or hidden.
+  void ShowNewsLabels(bool visible);
+
+  // Menu, in menu order.
+  QAction* ShiTi = nullptr;
+  QAction* CeShi = nullptr;
+  QAction* ChaJuan = nullptr;
+  QAction* OutShiTi = nullptr;
+  QAction* zsd = nullptr;
+  QAction* AddNewLaw = nullptr;
+  QMenu* MyGuess = nullptr;
+  QAction* DoneGuess = nullptr;
+  QAction* HelpGuess = nullptr;
+  QMenu* AutoUpdate = nullptr;
+  QAction* DoneNewItem = nullptr;
+  QAction* DoneNewByLawName = nullptr;
+  QAction* NewerProgram = nullptr;
+  QAction* Help4New = nullptr;
+  QAction* RiZhi = nullptr;
+  QAction* FGCX = nullptr;
+  QMenu* TxtFormat = nullptr;
+  QAction* OpenFormatFile = nullptr;
+  QAction* CfgOpenPro = nullptr;
+  QAction* MyConfigMenu = nullptr;
+  QMenu* Help = nullptr;
+  QAction* HelpWeb = nullptr;
+  QAction* HelpYou = nullptr;
+  QAction* MmExit = nullptr;
+
+  // Start page.
+  QWidget* startPage = nullptr;
+  QLabel* Picture1 = nullptr;
+  QLabel* Label12 = nullptr;    // the slogan
+  QList<QLabel*> Label14;       // notices 0..24
+  // Grid face.
+  QWidget* gridPage = nullptr;
+  QTableWidget* MSFlexGrid1 = nullptr;  // directory of banks
+  QTableWidget* MSFlexGrid2 = nullptr;  // lists of days and questions
+  QLabel* Label7 = nullptr;             // text while a count runs
+  QProgressBar* ProgressBar1 = nullptr;
+  // Practice face.
+  QWidget* practicePage = nullptr;
+  QList<QWidget*> Frame1;  // frames of the client area; index 3 is the practice frame
+  QTextEdit* Text3 = nullptr;  // the question box
+
+  QTimer* Timer1 = nullptr;  // one second, while the program runs
+  Form8* splash() const { return splash_; }
+
+  static QString supportSite() { return QStringLiteral("https://mingjing.example.org/"); }
+
+ protected:
+  void closeEvent(QCloseEvent* e) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void buildMenu();
+  void buildFaces();
+  void step(int n);
+  void applyTitle();
+  void unloadSplash();
+
+  AppState app_;
+  QStackedWidget* faces_ = nullptr;
+  Form8* splash_ = nullptr;
+  DbfTable lawNames_;  // kept open from the start: the law-name table is readable
+  QList<Notice> notices_;
+};
+
+}  // namespace mj
