@@ -48,6 +48,17 @@ struct AppState {
   QString LawNameTable;  // "33.mmd"
   QString FaceTable;     // directory table
   QString ItemTable;     // item table
+
+  // Scheduling numbers of the current mode (16-bit, one set at a time).
+  qint16 OkTimes = 0;
+  qint16 AddNum = 0;
+  qint16 PassDays = 0;
+  // Mode flags of the current directory.
+  bool IsSimulated = false;  // 摸拟试卷 and 查卷 work on csface.mmd / csitems.mmd
+  bool IsChaJuan = false;    // 查卷: a wrong oldest entry makes a question due at once
+  bool InUpdateList = false;  // list runs of the day files: no records written
+  bool InOtherList = false;
+  bool AutoNext = false;      // simulated papers and 查卷 go on without the answer window
 };
 
 }  // namespace mj
