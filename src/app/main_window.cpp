@@ -25,6 +25,8 @@
 #include "platform/desktop_services_widget.h"
 #include "platform/paths.h"
 #include "platform/vbtext.h"
+#include "settings/help.h"
+#include "settings/help_window.h"
 
 namespace mj {
 
@@ -356,8 +358,13 @@ void Form1::ShowNewsLabels(bool visible) {
 }
 
 void Form1::showHelpOfForm(const QString& formName) {
-  const int number = static_cast<int>(Val(Mid(formName, 5, 2)));
-  if (helpHandler) helpHandler(number);
+  const int number = HelpNumberOf(formName);
+  if (helpHandler) {
+    helpHandler(number);
+    return;
+  }
+  if (!help_) help_ = new Form18(env(), this);
+  help_->showHelp(number);
 }
 
 bool Form1::eventFilter(QObject* watched, QEvent* event) {

@@ -24,6 +24,7 @@ class QTimer;
 namespace mj {
 
 class Form8;
+class Form18;
 
 class Form1 : public QMainWindow {
   Q_OBJECT
@@ -52,9 +53,11 @@ class Form1 : public QMainWindow {
   void showPracticeFrame();
   QWidget* currentFace() const;
 
-  // The F1 key of any window ends here with the window's help number.
+  // The F1 key of any window ends here with the window's help number; the
+  // help window shows that window's section unless a handler takes it.
   void showHelpOfForm(const QString& formName);
   std::function<void(int number)> helpHandler;
+  Form18* helpWindow() const { return help_; }
 
   // Observes the start-up: called with each step number as it begins.
   std::function<void(int step)> onStartupStep;
@@ -125,6 +128,7 @@ class Form1 : public QMainWindow {
   AppState app_;
   QStackedWidget* faces_ = nullptr;
   Form8* splash_ = nullptr;
+  Form18* help_ = nullptr;
   DbfTable lawNames_;  // kept open from the start: the law-name table is readable
   QList<Notice> notices_;
 };

@@ -12,6 +12,7 @@
 #include "app/main_window.h"
 #include "app/splash_window.h"
 #include "log/news.h"
+#include "settings/help_window.h"
 #include "support/program_folder.h"
 
 using namespace mj;
@@ -250,4 +251,14 @@ TEST(MainWindow, StartPageScreenshot) {
   const QImage shot = form.grab().toImage();
   EXPECT_FALSE(shot.isNull());
   EXPECT_TRUE(shot.save(test::OutputDir() + u"/start_page.png"_qs));
+}
+
+TEST(MainWindow, F1OpensTheHelpWindowOnTheWindowsSection) {
+  Started s;
+  s.t.writeGbk(u"\\ini\\lumenhelp.ini"_qs, u"[1]主窗口的说明\r\n[2]下一个"_qs);
+  s.form->show();
+  QTest::keyClick(s.form.get(), Qt::Key_F1);
+  ASSERT_NE(s.form->helpWindow(), nullptr);
+  EXPECT_TRUE(s.form->helpWindow()->isVisible());
+  EXPECT_EQ(s.form->helpWindow()->currentNumber(), 1);
 }
