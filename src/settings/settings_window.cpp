@@ -227,6 +227,8 @@ void Form4::confirmClicked() {
   // Neither stamp equals today's any more: both counts run on next use.
   settings_.subtractStamps();
   settings_.CreateIni(env_);
+  // Texts typed out of bounds were not saved; the fields show what was.
+  showNumbers(true);
   showMainWindow();
   closeByButton();
 }

@@ -241,6 +241,9 @@ TEST_F(SettingsWindow, TypedValuesOutOfBoundsStayOnScreenOnly) {
   type(3, u"0"_qs);
   EXPECT_EQ(spin(3), 0);
   EXPECT_EQ(settings.number(kTsOkTimes), 0);
+  // Changes of other numbers leave the texts out of bounds on screen.
+  EXPECT_EQ(text(0), u"0"_qs);
+  EXPECT_EQ(text(1), u"abc"_qs);
 }
 
 TEST_F(SettingsWindow, ATakenValueIsWrittenBackAsTheUpDownHoldsIt) {
@@ -286,6 +289,8 @@ TEST_F(SettingsWindow, ConfirmSavesTheUpDownValuesNotTextsOutOfBounds) {
                             u"TSADDNUM=4"_qs, u"TSPASSDAYS=45"_qs, u"PUBFONTSIZE=18"_qs, u"PUBBACKCOLOR=12632256"_qs,
                             u"PUBFORECOLOR=128"_qs, u"STLASTUPDATE=1019"_qs, u"TSLASTUPDATE=599"_qs,
                             u"PUBFONTNAME=宋体"_qs, u"PUBFONTIT=FALSE"_qs, u"PUBFONTBOLD=TRUE"_qs})));
+  // The field shows the saved value again.
+  EXPECT_EQ(text(0), u"3"_qs);
 }
 
 TEST_F(SettingsWindow, ConfirmOnADayWhoseStampWasTodaysStillSubtracts) {
