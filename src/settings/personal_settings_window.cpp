@@ -70,7 +70,7 @@ void Form2::showEvent(QShowEvent* event) {
 
 void Form2::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_F1) {
-    if (helpHook_) helpHook_(this);
+    if (helpHook_) helpHook_(objectName());
     return;
   }
   QWidget::keyPressEvent(event);
@@ -78,7 +78,7 @@ void Form2::keyPressEvent(QKeyEvent* event) {
 
 bool Form2::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1) {
-    if (helpHook_) helpHook_(this);
+    if (helpHook_) helpHook_(objectName());
     return true;
   }
   return QWidget::eventFilter(watched, event);

@@ -20,8 +20,9 @@ class Form2 : public QWidget {
  public:
   explicit Form2(QWidget* parent = nullptr);
 
-  // F1 (key code 112) calls this with the window.
-  void setHelpHook(std::function<void(QWidget*)> hook) { helpHook_ = std::move(hook); }
+  // F1 (key code 112) calls this with the window's name ("Form2"),
+  // as the main window's showHelpOfForm takes it.
+  void setHelpHook(std::function<void(const QString& formName)> hook) { helpHook_ = std::move(hook); }
 
   // Option1 ... Option6 by their numbers.
   QRadioButton* option(int number) const { return options_[static_cast<size_t>(number - 1)]; }
@@ -36,7 +37,7 @@ class Form2 : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  std::function<void(QWidget*)> helpHook_;
+  std::function<void(const QString& formName)> helpHook_;
   std::array<QRadioButton*, 6> options_{};
   std::array<QGroupBox*, 3> frames_{};
   QPushButton* command1_ = nullptr;

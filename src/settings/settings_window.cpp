@@ -266,7 +266,7 @@ void Form4::closeEvent(QCloseEvent* event) {
 
 void Form4::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_F1) {
-    if (helpHook_) helpHook_(this);
+    if (helpHook_) helpHook_(objectName());
     return;
   }
   QWidget::keyPressEvent(event);
@@ -274,7 +274,7 @@ void Form4::keyPressEvent(QKeyEvent* event) {
 
 bool Form4::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1) {
-    if (helpHook_) helpHook_(this);
+    if (helpHook_) helpHook_(objectName());
     return true;
   }
   return QWidget::eventFilter(watched, event);

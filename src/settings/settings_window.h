@@ -40,8 +40,9 @@ class Form4 : public QWidget {
   // the file can be neither read nor created). "取消" runs it again.
   void loadWindow();
 
-  // F1 (key code 112) calls this with the window.
-  void setHelpHook(std::function<void(QWidget*)> hook) { helpHook_ = std::move(hook); }
+  // F1 (key code 112) calls this with the window's name ("Form4"),
+  // as the main window's showHelpOfForm takes it.
+  void setHelpHook(std::function<void(const QString& formName)> hook) { helpHook_ = std::move(hook); }
   // "分析预测" calls this and then hides this window without closing it; the
   // button is disabled while no hook is set.
   void setForecastHook(std::function<void()> hook);
@@ -82,7 +83,7 @@ class Form4 : public QWidget {
   Env env_;
   Settings& settings_;
   QWidget* mainWindow_;
-  std::function<void(QWidget*)> helpHook_;
+  std::function<void(const QString& formName)> helpHook_;
   std::function<void()> forecastHook_;
   bool showing_ = false;  // controls being filled from the settings
   bool closingByButton_ = false;
