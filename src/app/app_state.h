@@ -11,6 +11,8 @@
 
 namespace mj {
 
+class Settings;
+
 // RunState values.
 namespace runstate {
 constexpr qint16 kInItem = 1;    // inside the work on one item of an update package
@@ -20,6 +22,8 @@ constexpr qint16 kNormal = 3;    // after a normal start
 
 struct AppState {
   Env env;
+  // The user's settings (owned by the main window).
+  Settings* settings = nullptr;
 
   // Screen factors: screen width / 12000 and height / 9000 (in twips).
   double ScaleX = 1.0;

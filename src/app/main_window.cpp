@@ -27,6 +27,9 @@
 #include "platform/vbtext.h"
 #include "settings/help.h"
 #include "settings/help_window.h"
+#include "settings/settings.h"
+#include "settings/settings_window.h"
+#include "settings/text_style_widget.h"
 
 namespace mj {
 
@@ -37,11 +40,15 @@ const QString kAppTitle = QStringLiteral("明镜学习伴侣") + QStringLiteral(
 Form1::Form1(const Env& env, QWidget* parent) : QMainWindow(parent) {
   setObjectName(QStringLiteral("Form1"));
   app_.env = env;
+  settings_ = std::make_unique<Settings>();
+  app_.settings = settings_.get();
   setWindowTitle(kAppTitle);
   buildMenu();
   buildFaces();
   Timer1 = new QTimer(this);
   Timer1->setInterval(1000);
+  // The question box follows the text style of the settings.
+  connect(settings_.get(), &Settings::styleChanged, this, [this] { ApplyTextStyle(Text3, settings_->style()); });
   // Key preview: F1 anywhere in the program reaches the help handler.
   qApp->installEventFilter(this);
 }
@@ -49,6 +56,11 @@ Form1::Form1(const Env& env, QWidget* parent) : QMainWindow(parent) {
 Form1::~Form1() {
   qApp->removeEventFilter(this);
   delete splash_;
+}
+
+Form4* Form1::settingsWindow() {
+  if (!form4_) form4_ = new Form4(env(), *settings_, this, this);
+  return form4_;
 }
 
 void Form1::buildMenu() {
@@ -98,8 +110,12 @@ void Form1::buildMenu() {
   // Entries whose windows come with later parts of the program stay disabled
   // until they are wired.
   for (QAction* a : {ShiTi, CeShi, ChaJuan, OutShiTi, zsd, AddNewLaw, DoneGuess, DoneNewItem, DoneNewByLawName,
-                     NewerProgram, RiZhi, FGCX, MyConfigMenu})
+                     NewerProgram, RiZhi, FGCX})
     a->setEnabled(false);
+
+  connect(MyConfigMenu, &QAction::triggered, this, [this] {
+    if (needsData()) settingsWindow()->openWindow();
+  });
 
   connect(HelpGuess, &QAction::triggered, this, [this] {
     env().msgBox(QStringLiteral("如果您在做题时先点一下“也许是……”则程序会作出记录，并按时期、对、错进行分类，将来您可以有条件的进行复习。"), 0,
@@ -297,7 +313,9 @@ Form1::LoadOutcome Form1::load() {
   step(11);
   MSFlexGrid1->setVisible(false);
   MSFlexGrid2->setVisible(false);
+  settingsWindow()->loadWindow();
   for (QWidget* f : Frame1) f->setVisible(false);
+  ApplyTextStyle(Text3, settings_->style());
   // 12. The law-name table must be readable.
   step(12);
   lawNames_ = DbfTable::open(AppPath(app_.DataFolder, app_.LawNameTable));

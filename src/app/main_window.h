@@ -23,8 +23,10 @@ class QTimer;
 
 namespace mj {
 
+class Form4;
 class Form8;
 class Form18;
+class Settings;
 
 class Form1 : public QMainWindow {
   Q_OBJECT
@@ -58,6 +60,9 @@ class Form1 : public QMainWindow {
   void showHelpOfForm(const QString& formName);
   std::function<void(int number)> helpHandler;
   Form18* helpWindow() const { return help_; }
+
+  // The settings window, created on first use.
+  Form4* settingsWindow();
 
   // Observes the start-up: called with each step number as it begins.
   std::function<void(int step)> onStartupStep;
@@ -126,6 +131,8 @@ class Form1 : public QMainWindow {
   void unloadSplash();
 
   AppState app_;
+  std::unique_ptr<Settings> settings_;
+  Form4* form4_ = nullptr;
   QStackedWidget* faces_ = nullptr;
   Form8* splash_ = nullptr;
   Form18* help_ = nullptr;

@@ -13,6 +13,8 @@
 #include "app/splash_window.h"
 #include "log/news.h"
 #include "settings/help_window.h"
+#include "settings/settings.h"
+#include "settings/settings_window.h"
 #include "support/program_folder.h"
 
 using namespace mj;
@@ -261,4 +263,35 @@ TEST(MainWindow, F1OpensTheHelpWindowOnTheWindowsSection) {
   ASSERT_NE(s.form->helpWindow(), nullptr);
   EXPECT_TRUE(s.form->helpWindow()->isVisible());
   EXPECT_EQ(s.form->helpWindow()->currentNumber(), 1);
+}
+
+TEST(MainWindow, SettingsAreLoadedAtStartAndStyleTheQuestionBox) {
+  Started s({}, false);
+  s.t.writeGbk(u"\\ini\\userself.ini"_qs,
+               u"STOKTIMES=3\r\nSTADDNUM=2\r\nSTPASSDAYS=5\r\nTSOKTIMES=1\r\nTSADDNUM=1\r\nTSPASSDAYS=30\r\nPUBFONTSIZE=21\r\n"
+               u"PUBBACKCOLOR=16777215\r\nPUBFORECOLOR=255\r\nSTLASTUPDATE=1121\r\nTSLASTUPDATE=1121\r\n"
+               u"PUBFONTNAME=宋体\r\nPUBFONTIT=FALSE\r\nPUBFONTBOLD=TRUE\r\n"_qs);
+  s.form->load();
+  ASSERT_NE(s.form->state().settings, nullptr);
+  EXPECT_EQ(s.form->state().settings->number(0), 3);
+  EXPECT_EQ(s.form->state().settings->number(2), 5);
+  EXPECT_EQ(s.form->Text3->font().pointSize(), 21);
+  EXPECT_TRUE(s.form->Text3->font().bold());
+}
+
+TEST(MainWindow, WithoutASettingsFileTheStartCreatesIt) {
+  Started s;
+  EXPECT_TRUE(FileExists(s.t.path(u"\\ini\\userself.ini"_qs)));
+  EXPECT_EQ(s.form->state().settings->number(2), 30);
+}
+
+TEST(MainWindow, SettingsMenuOpensTheSettingsWindow) {
+  Started s;
+  s.form->show();
+  s.form->MyConfigMenu->trigger();
+  ASSERT_NE(s.form->settingsWindow(), nullptr);
+  EXPECT_TRUE(s.form->settingsWindow()->isVisible());
+  EXPECT_FALSE(s.form->isVisible());
+  s.form->settingsWindow()->close();  // closing acts as 取消 and brings the main window back
+  EXPECT_TRUE(s.form->isVisible());
 }
