@@ -2,9 +2,11 @@
 
 #include <QDate>
 #include <QFile>
+#include <QStringDecoder>
 #include <cstdio>
 #include <cstring>
 #include <mutex>
+#include <vector>
 
 #include <shapefil.h>
 
@@ -304,6 +306,267 @@ bool DbfTable::flush() {
   if (!isOpen()) return false;
   if (d->writable) DBFUpdateHeader(d->h);
   return true;
+}
+
+namespace {
+
+// GBK two-byte characters by lead and trail byte, taken once from the GBK
+// decoder itself, so that the fast path below gives exactly what FromGbk
+// gives. 0 marks a pair that the decoder does not turn into one character.
+class GbkPairs {
+ public:
+  GbkPairs() : map_(65536, 0) {
+    QStringDecoder dec("GBK", QStringDecoder::Flag::Stateless);
+    for (int lead = 0x81; lead <= 0xFE; ++lead) {
+      QByteArray row;
+      QList<int> trails;
+      for (int trail = 0x40; trail <= 0xFE; ++trail) {
+        if (trail == 0x7F) continue;
+        row.append(static_cast<char>(lead));
+        row.append(static_cast<char>(trail));
+        trails.append(trail);
+      }
+      const QString all = dec.decode(row);
+      if (all.size() == trails.size()) {
+        for (qsizetype k = 0; k < trails.size(); ++k) set(lead, trails[k], all[k]);
+        continue;
+      }
+      for (qsizetype k = 0; k < trails.size(); ++k) {
+        const QString one = dec.decode(row.mid(k * 2, 2));
+        if (one.size() == 1) set(lead, trails[k], one[0]);
+      }
+    }
+  }
+  char16_t at(uchar lead, uchar trail) const { return map_[(lead << 8) | trail]; }
+
+ private:
+  void set(int lead, int trail, QChar c) {
+    if (c != QChar::ReplacementCharacter && !c.isSurrogate()) map_[(lead << 8) | trail] = c.unicode();
+  }
+  std::vector<char16_t> map_;
+};
+
+// True when one of the n bytes at p is not ASCII.
+bool hasHighByte(const char* p, int n) {
+  int i = 0;
+  for (; i + 8 <= n; i += 8) {
+    quint64 w;
+    std::memcpy(&w, p + i, 8);
+    if (w & 0x8080808080808080ULL) return true;
+  }
+  for (; i < n; ++i)
+    if (static_cast<uchar>(p[i]) >= 0x80) return true;
+  return false;
+}
+
+// FromGbk of n bytes, without a decoder for the common case of ASCII and
+// plain two-byte characters; anything else goes to the decoder.
+QString decodeGbkField(const char* p, int n) {
+  if (n <= 0) return QString();
+  if (!hasHighByte(p, n)) return QString::fromLatin1(p, n);
+  static const GbkPairs pairs;
+  QString out(n, Qt::Uninitialized);
+  char16_t* d = reinterpret_cast<char16_t*>(out.data());
+  qsizetype k = 0;
+  for (int i = 0; i < n;) {
+    const uchar c = static_cast<uchar>(p[i]);
+    if (c < 0x80) {
+      d[k++] = c;
+      ++i;
+      continue;
+    }
+    const char16_t u = i + 1 < n ? pairs.at(c, static_cast<uchar>(p[i + 1])) : 0;
+    if (u == 0) return FromGbk(QByteArray(p, n));
+    d[k++] = u;
+    i += 2;
+  }
+  out.truncate(k);
+  return out;
+}
+
+// Length of a field without its right blanks and NULs.
+int withoutRightBlanks(const char* p, int n) {
+  static constexpr quint64 kBlanks = 0x2020202020202020ULL;
+  while (n >= 8) {
+    quint64 w;
+    std::memcpy(&w, p + n - 8, 8);
+    if (w != kBlanks) break;
+    n -= 8;
+  }
+  while (n > 0 && (p[n - 1] == ' ' || p[n - 1] == '\0')) --n;
+  return n;
+}
+
+quint32 le32(const char* p) {
+  const auto* u = reinterpret_cast<const uchar*>(p);
+  return quint32(u[0]) | quint32(u[1]) << 8 | quint32(u[2]) << 16 | quint32(u[3]) << 24;
+}
+quint16 le16(const char* p) {
+  const auto* u = reinterpret_cast<const uchar*>(p);
+  return quint16(u[0] | u[1] << 8);
+}
+
+// Bytes read from the file at a time: small enough to stay in the cache
+// while the rows in it are taken apart.
+constexpr qint64 kScanBlock = 64 * 1024;
+
+}  // namespace
+
+struct DbfScan::File {
+  QFile f;
+};
+
+DbfScan::DbfScan(const QString& path) : file_(std::make_unique<File>()) {
+  const QString real = ResolveCase(path);
+  file_->f.setFileName(real);
+  if (!file_->f.open(QIODevice::ReadOnly)) {
+    error_ = QStringLiteral("表文件 %1 无法打开").arg(real);
+    return;
+  }
+  const QString bad = QStringLiteral("表文件 %1 不是有效的表").arg(real);
+  const QByteArray head = file_->f.read(32);
+  if (head.size() < 32) {
+    error_ = bad;
+    return;
+  }
+  const quint32 records = le32(head.constData() + 4);
+  const int headerLength = le16(head.constData() + 8);
+  recordLength_ = le16(head.constData() + 10);
+  if (headerLength < 33 || recordLength_ < 1) {
+    error_ = bad;
+    return;
+  }
+  const QByteArray descriptors = file_->f.read(headerLength - 32);
+  if (descriptors.size() < headerLength - 32) {
+    error_ = bad;
+    return;
+  }
+  // Field descriptors of 32 bytes each, up to the terminator or the header's end.
+  int offset = 1;
+  for (qsizetype at = 0; at + 32 <= descriptors.size(); at += 32) {
+    const char* fi = descriptors.constData() + at;
+    if (fi[0] == '\x0D') break;
+    DbfField field;
+    field.name = QString::fromLatin1(fi, static_cast<qsizetype>(qstrnlen(fi, 11)));
+    field.type = fi[11];
+    field.width = static_cast<uchar>(fi[16]);
+    field.decimals = (field.type == 'N' || field.type == 'F') ? static_cast<uchar>(fi[17]) : 0;
+    fields_.append(field);
+    offset_.append(offset);
+    offset += field.width;
+  }
+  if (fields_.isEmpty() || offset > recordLength_) {
+    fields_.clear();
+    offset_.clear();
+    error_ = bad;
+    return;
+  }
+  // The rows the file holds in full, at most the number the header gives.
+  records_ = std::max<qint64>(0, std::min<qint64>(records, (file_->f.size() - headerLength) / recordLength_));
+  if (!file_->f.seek(headerLength)) records_ = 0;
+  open_ = true;
+}
+
+DbfScan::~DbfScan() = default;
+
+int DbfScan::fieldIndex(const QString& name) const {
+  for (int i = 0; i < fields_.size(); ++i)
+    if (fields_[i].name.compare(name, Qt::CaseInsensitive) == 0) return i;
+  return -1;
+}
+
+bool DbfScan::fill() {
+  blockFirst_ += blockRows_;
+  const qint64 left = records_ - blockFirst_;
+  if (left <= 0) return false;
+  const qint64 want = std::min<qint64>(left, std::max<qint64>(1, kScanBlock / recordLength_));
+  block_.resize(want * recordLength_);
+  const qint64 got = file_->f.read(block_.data(), block_.size());
+  blockRows_ = got > 0 ? got / recordLength_ : 0;
+  inBlock_ = -1;
+  // A file that ends inside a row ends the table there.
+  if (blockRows_ < want) records_ = blockFirst_ + blockRows_;
+  return blockRows_ > 0;
+}
+
+bool DbfScan::next() {
+  row_ = nullptr;
+  if (!open_) return false;
+  for (;;) {
+    if (inBlock_ + 1 >= blockRows_) {
+      if (!fill()) return false;
+    }
+    ++inBlock_;
+    const char* rec = block_.constData() + inBlock_ * recordLength_;
+    if (rec[0] == '*') continue;  // deleted
+    row_ = rec;
+    record_ = static_cast<int>(blockFirst_ + inBlock_);
+    return true;
+  }
+}
+
+const char* DbfScan::raw(int field, int* width) const {
+  if (!row_ || field < 0 || field >= fields_.size()) return nullptr;
+  *width = fields_[field].width;
+  return row_ + offset_[field];
+}
+
+QByteArrayView DbfScan::bytes(int field) const {
+  int w = 0;
+  const char* p = raw(field, &w);
+  return p ? QByteArrayView(p, w) : QByteArrayView();
+}
+
+bool DbfScan::isNull(int field) const {
+  int w = 0;
+  const char* p = raw(field, &w);
+  if (!p) return true;
+  switch (fields_[field].type) {
+    case 'N':
+    case 'F':
+      return isBlank(p, w) || p[0] == '*';
+    case 'L':
+      return isBlank(p, w) || p[0] == '?';
+    case 'D':
+      return isBlank(p, w) || std::strncmp(p, "00000000", 8) == 0;
+    default:
+      return isBlank(p, w);
+  }
+}
+
+QString DbfScan::text(int field) const {
+  int w = 0;
+  const char* p = raw(field, &w);
+  if (!p) return QString();
+  return decodeGbkField(p, withoutRightBlanks(p, w));
+}
+
+QString DbfScan::trimmedText(int field) const {
+  int w = 0;
+  const char* p = raw(field, &w);
+  if (!p) return QString();
+  // Blanks are single bytes in GBK: cutting them before decoding gives
+  // what Trim gives after it.
+  const int n = withoutRightBlanks(p, w);
+  int lead = 0;
+  while (lead < n && p[lead] == ' ') ++lead;
+  return decodeGbkField(p + lead, n - lead);
+}
+
+bool DbfScan::logical(int field) const {
+  int w = 0;
+  const char* p = raw(field, &w);
+  if (!p || w < 1) return false;
+  return p[0] == 'T' || p[0] == 't' || p[0] == 'Y' || p[0] == 'y';
+}
+
+double DbfScan::number(int field) const {
+  int w = 0;
+  const char* p = raw(field, &w);
+  if (!p) return 0;
+  bool ok = false;
+  const double v = QByteArrayView(p, w).trimmed().toDouble(&ok);
+  return ok ? v : 0;
 }
 
 QList<int> Select(const DbfTable& table, const QList<DbfCondition>& where) {

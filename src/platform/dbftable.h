@@ -89,6 +89,65 @@ class DbfTable {
   std::unique_ptr<Impl> d;
 };
 
+// One pass over all rows of a table file, for loading a big table at once
+// (the question index at start-up): the file is read in blocks, and the
+// live rows come in table order with the same field values as DbfTable
+// gives them. A file that ends inside a row gives the rows before it; a
+// missing file or one without a sound header gives no rows and isOpen()
+// false. Read only.
+//
+//   DbfScan scan(path);
+//   const int f = scan.fieldIndex("itemid");
+//   while (scan.next()) use(scan.trimmedText(f));
+class DbfScan {
+ public:
+  explicit DbfScan(const QString& path);
+  ~DbfScan();
+  DbfScan(const DbfScan&) = delete;
+  DbfScan& operator=(const DbfScan&) = delete;
+
+  bool isOpen() const { return open_; }
+  QString error() const { return error_; }
+  const QList<DbfField>& fields() const { return fields_; }
+  int fieldCount() const { return static_cast<int>(fields_.size()); }
+  int fieldIndex(const QString& name) const;  // without regard to case; -1 when absent
+
+  // Records of the table, deleted ones included: those the header gives,
+  // as far as the file holds them in full.
+  qint64 recordCount() const { return records_; }
+  // Moves to the next live row; false when there is none.
+  bool next();
+  int record() const { return record_; }  // physical record number of the row
+
+  // Fields of the current row.
+  bool isNull(int field) const;
+  QString text(int field) const;  // right blanks removed, left ones kept
+  QString trimmedText(int field) const;
+  bool logical(int field) const;
+  double number(int field) const;
+  // The field's bytes as they stand in the file; empty for a bad field.
+  QByteArrayView bytes(int field) const;
+
+ private:
+  const char* raw(int field, int* width) const;
+  bool fill();
+
+  struct File;
+  std::unique_ptr<File> file_;
+  bool open_ = false;
+  QString error_;
+  QList<DbfField> fields_;
+  QList<int> offset_;  // of each field inside a record
+  qint64 records_ = 0;
+  int recordLength_ = 0;
+  QByteArray block_;         // records read ahead
+  qsizetype blockRows_ = 0;  // complete records in block_
+  qsizetype inBlock_ = -1;   // current record inside block_
+  qint64 blockFirst_ = 0;    // record number of block_'s first record
+  int record_ = -1;
+  const char* row_ = nullptr;
+};
+
 // The equality filters of the program's queries:
 //   select * from t                                -> Select(t, {})
 //   ... where valid2=true                          -> Select(t, {{"valid2", true}})

@@ -150,3 +150,42 @@ TEST(TextToolkit, ShellOpenUsesTheProgramFolder) {
   EXPECT_EQ(t.shell.calls[0].target, u"http://example.org/"_qs);
   EXPECT_EQ(t.shell.calls[0].workDir, t.root());
 }
+
+TEST(TextToolkit, MoreEdgesOfTheSearchHelpers) {
+  // The last of overlapping occurrences.
+  EXPECT_EQ(LastPos(u"aaa"_qs, u"aa"_qs), 2);
+  EXPECT_EQ(CountOf(u"abc"_qs, u"x"_qs), 0);
+  EXPECT_EQ(CountOf(u""_qs, u"a"_qs), 0);
+  EXPECT_EQ(TextBetween(u""_qs, u"A"_qs, u"B"_qs), u""_qs);
+  // b right behind a: nothing between.
+  EXPECT_EQ(TextBetween(u"xABz"_qs, u"A"_qs, u"B"_qs), u""_qs);
+  // Only the first a counts.
+  EXPECT_EQ(TextBetween(u"A1BA2B"_qs, u"A"_qs, u"B"_qs), u"1"_qs);
+  EXPECT_EQ(ReplaceString(u"abc"_qs, u""_qs, u"x"_qs), u"abc"_qs);
+  EXPECT_EQ(ReplaceAll(u"●1●\r\n\r\n\r\n"_qs, u"\r\n\r\n"_qs, u"\r\n"_qs), u"●1●\r\n\r\n"_qs);
+}
+
+TEST(TextToolkit, AnswerLettersBehindTheCitationDoNotCount) {
+  QString t = u"答案：C参见《刑法》第3条A款"_qs;
+  EXPECT_EQ(AnswerLetters(t), u"C"_qs);
+  EXPECT_EQ(t, u"答案：C参见《刑法》第3条A款"_qs);  // it had "参见": unchanged
+  QString none = u"答案：参见《刑法》"_qs;
+  EXPECT_EQ(AnswerLetters(none), u""_qs);
+}
+
+TEST(TextToolkit, ChangeRadixBothWays) {
+  test::TestEnv t;
+  EXPECT_EQ(ChangeRadix(t.env, u"FF"_qs, 16, 10), u"255"_qs);
+  EXPECT_EQ(ChangeRadix(t.env, u"Z"_qs, 36, 10), u"35"_qs);
+  EXPECT_EQ(ChangeRadix(t.env, u"35"_qs, 10, 36), u"Z"_qs);
+  EXPECT_EQ(ChangeRadix(t.env, u"100"_qs, 10, 36), u"2S"_qs);
+  EXPECT_TRUE(t.boxes.shown().isEmpty());
+}
+
+TEST(TextToolkit, WriteTextFileReplacesALongerFile) {
+  test::TestEnv t;
+  t.writeGbk(u"\\ini\\a.txt"_qs, u"一段很长很长的旧文字\r\n第二行\r\n"_qs);
+  ASSERT_TRUE(WriteTextFile(t.path(u"\\ini\\a.txt"_qs), u"新"_qs));
+  EXPECT_EQ(ReadBytes(t.path(u"\\ini\\a.txt"_qs)), ToGbk(u"新\r\n"_qs));
+  EXPECT_EQ(ReadFileAsText(t.path(u"\\ini\\a.txt"_qs)), u"新\r\n"_qs);
+}

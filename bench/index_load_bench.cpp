@@ -1,0 +1,130 @@
+// The start-up load of the question index: 20,000 rows of items.mmd into
+// memory, against merely reading the table file's bytes.
+
+#include <benchmark/benchmark.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <cstdlib>
+#include <memory>
+
+#include "bank/item_index.h"
+#include "bank/tables.h"
+#include "platform/dbftable.h"
+#include "platform/paths.h"
+
+namespace {
+
+constexpr int kRows = 20000;
+
+const QStringList& lawTitles() {
+  static const QStringList t = {QStringLiteral("刑法"), QStringLiteral("民法典"),     QStringLiteral("刑事诉讼法"),
+                                QStringLiteral("宪法"), QStringLiteral("行政诉讼法"), QStringLiteral("公司法")};
+  return t;
+}
+
+// A practice record of `entries` entries, newest first: the time as
+// yyyy-mm-dd hh:mm and the answer right-aligned in 4.
+QString storyOf(int seed, int entries) {
+  if (entries == 0) return QStringLiteral("no");
+  static const QStringList answers = {QStringLiteral("A"), QStringLiteral("BD"), QStringLiteral("ABC"),
+                                      QStringLiteral("ABCD"), QStringLiteral("C")};
+  QString s;
+  for (int e = 0; e < entries; ++e) {
+    const int day = 1 + (seed + e * 7) % 28;
+    const int month = 1 + (seed / 3 + e) % 12;
+    const QString ans = answers[(seed + e) % answers.size()];
+    s += QStringLiteral("2024-%1-%2 %3:%4")
+             .arg(month, 2, 10, QChar(u'0'))
+             .arg(day, 2, 10, QChar(u'0'))
+             .arg((seed + e) % 24, 2, 10, QChar(u'0'))
+             .arg((seed * 7 + e) % 60, 2, 10, QChar(u'0')) +
+         QString(4 - ans.size(), u' ') + ans;
+  }
+  return s;
+}
+
+// A flat citation list of one to four articles.
+QString citationOf(int seed) {
+  QString c;
+  const int n = 1 + seed % 4;
+  for (int k = 0; k < n; ++k)
+    c += QStringLiteral("《") + lawTitles()[(seed + k) % lawTitles().size()] + QStringLiteral("》") +
+         QString::number(1 + (seed * 13 + k * 31) % 450) + QStringLiteral("．");
+  return c;
+}
+
+struct IndexFixture {
+  QTemporaryDir dir;
+  QString folder;
+  QString file;
+
+  IndexFixture() {
+    folder = dir.path() + QStringLiteral("/dbf");
+    mj::MakeDir(folder);
+    file = folder + QStringLiteral("/items.mmd");
+    mj::DbfTable t = mj::DbfTable::create(file, mj::tables::ItemFields());
+    // In table order as a data set has it: the rows of one bank file
+    // (200 questions of one type) together, banks in code order.
+    for (int i = 0; i < kRows; ++i) {
+      const int r = t.appendRow();
+      const int type = 1 + (i / 200) % 3;
+      const QString bank = QStringLiteral("%1").arg(10001 + i / 600, 5, 10, QChar(u'0'));
+      const QString id = bank + QString::number(type) + QStringLiteral("%1").arg(1 + i % 200, 5, 10, QChar(u'0'));
+      static const QStringList singles = {QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C"),
+                                          QStringLiteral("D")};
+      static const QStringList multiples = {QStringLiteral("AB"), QStringLiteral("ACD"), QStringLiteral("BD"),
+                                            QStringLiteral("ABCD"), QStringLiteral("BC")};
+      t.setText(r, QStringLiteral("filename"), id.left(6));
+      t.setText(r, QStringLiteral("story"), storyOf(i, (i * 7) % 9));
+      t.setText(r, QStringLiteral("answer"), type == 1 ? singles[(i * 3) % 4] : multiples[(i * 7) % 5]);
+      t.setText(r, QStringLiteral("aboutlaw"), citationOf(i));
+      t.setText(r, QStringLiteral("itemid"), id);
+      if (i % 5 == 0) t.setText(r, QStringLiteral("hastest"), QStringLiteral("1"));
+      t.setLogical(r, QStringLiteral("valid2"), i % 17 != 0);
+      t.setLogical(r, QStringLiteral("hasselect"), i % 2 == 0);
+      t.setNumber(r, QStringLiteral("itemtype"), type);
+    }
+    t.close();
+  }
+};
+
+IndexFixture& fixture() {
+  static IndexFixture f;
+  return f;
+}
+
+void BM_IndexLoad(benchmark::State& state) {
+  IndexFixture& f = fixture();
+  for (auto _ : state) {
+    mj::ItemIndex index;
+    mj::ReadData2ItemData(f.folder, mj::tables::kItems, index);
+    if (index.size() != kRows) state.SkipWithError("wrong row count");
+    benchmark::DoNotOptimize(index);
+    // Releasing the index is not part of the load, and neither is the
+    // allocator's sorting of the 100,000 small blocks just freed, which a
+    // program at start-up does not have: one large request does it here.
+    state.PauseTiming();
+    index = mj::ItemIndex();
+    void* block = std::malloc(1 << 16);
+    benchmark::DoNotOptimize(block);
+    std::free(block);
+    state.ResumeTiming();
+  }
+}
+BENCHMARK(BM_IndexLoad)->Unit(benchmark::kMillisecond);
+
+void BM_ReadFileBytes(benchmark::State& state) {
+  IndexFixture& f = fixture();
+  for (auto _ : state) {
+    QFile file(f.file);
+    if (!file.open(QIODevice::ReadOnly)) state.SkipWithError("cannot open");
+    QByteArray bytes = file.readAll();
+    benchmark::DoNotOptimize(bytes);
+  }
+}
+BENCHMARK(BM_ReadFileBytes)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+BENCHMARK_MAIN();
