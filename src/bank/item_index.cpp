@@ -19,24 +19,26 @@ namespace {
 class ColumnReader {
  public:
   ColumnReader(const DbfScan& t, const QString& name) : t_(t), field_(t.fieldIndex(name)) {}
-  const QString& operator()() {
+  // Sets `out` to the text of the current row; `before` is what this column
+  // gave for the row before (nullptr for the first row).
+  void read(QString& out, const QString* before) {
     const QByteArrayView b = t_.bytes(field_);
-    if (!has_ || b.size() != width_ || std::memcmp(b.data(), last_, static_cast<size_t>(width_)) != 0) {
-      width_ = std::min<qsizetype>(b.size(), sizeof last_);
-      std::memcpy(last_, b.data(), static_cast<size_t>(width_));
-      has_ = width_ == b.size();
-      text_ = t_.trimmedText(field_);
+    if (before && b.size() == width_ && std::memcmp(b.data(), last_, static_cast<size_t>(width_)) == 0) {
+      out = *before;
+      return;
     }
-    return text_;
+    // Fields are at most 255 bytes wide.
+    width_ = std::min<qsizetype>(b.size(), sizeof last_);
+    std::memcpy(last_, b.data(), static_cast<size_t>(width_));
+    if (width_ != b.size()) width_ = -1;
+    out = t_.trimmedText(field_);
   }
 
  private:
   const DbfScan& t_;
   int field_;
-  bool has_ = false;
-  qsizetype width_ = 0;
+  qsizetype width_ = -1;
   char last_[256];
-  QString text_;
 };
 
 }  // namespace
@@ -56,14 +58,15 @@ void ReadData2ItemData(const QString& folder, const QString& table, ItemIndex& a
   const int fHasselect = t.fieldIndex(QStringLiteral("hasselect"));
   const int fItemtype = t.fieldIndex(QStringLiteral("itemtype"));
   array.reserve(t.recordCount());
-  for (int n = 1; t.next(); ++n) {
+  for (qsizetype n = 1; t.next(); ++n) {
     ItemRow& row = array.emplace_back();
-    row.filename = filename();
-    row.story = story();
-    row.answer = answer();
-    row.aboutlaw = aboutlaw();
-    row.itemid = itemid();
-    row.hastest = hastest();
+    const ItemRow* before = n > 1 ? array.constData() + (n - 2) : nullptr;
+    filename.read(row.filename, before ? &before->filename : nullptr);
+    story.read(row.story, before ? &before->story : nullptr);
+    answer.read(row.answer, before ? &before->answer : nullptr);
+    aboutlaw.read(row.aboutlaw, before ? &before->aboutlaw : nullptr);
+    itemid.read(row.itemid, before ? &before->itemid : nullptr);
+    hastest.read(row.hastest, before ? &before->hastest : nullptr);
     row.valid2 = t.logical(fValid2);
     row.hasselect = t.logical(fHasselect);
     row.itemtype = static_cast<int>(t.number(fItemtype));

@@ -564,9 +564,21 @@ double DbfScan::number(int field) const {
   int w = 0;
   const char* p = raw(field, &w);
   if (!p) return 0;
+  // Plain whole numbers without the general parser.
+  const QByteArrayView v = QByteArrayView(p, w).trimmed();
+  if (!v.isEmpty() && v.size() <= 9) {
+    qsizetype i = v[0] == '-' ? 1 : 0;
+    long n = 0;
+    bool digits = i < v.size();
+    for (; i < v.size() && digits; ++i) {
+      digits = v[i] >= '0' && v[i] <= '9';
+      n = n * 10 + (v[i] - '0');
+    }
+    if (digits) return static_cast<double>(v[0] == '-' ? -n : n);
+  }
   bool ok = false;
-  const double v = QByteArrayView(p, w).trimmed().toDouble(&ok);
-  return ok ? v : 0;
+  const double d = v.toDouble(&ok);
+  return ok ? d : 0;
 }
 
 QList<int> Select(const DbfTable& table, const QList<DbfCondition>& where) {

@@ -250,3 +250,38 @@ TEST(DbfScan, MissingOrGarbageFileGivesNoRows) {
   EXPECT_FALSE(w.isOpen());
   EXPECT_FALSE(w.next());
 }
+
+TEST(DbfScan, NumbersReadAsDbfTableReadsThem) {
+  test::TestEnv t;
+  const QString p = t.path(u"\\t.mmd"_qs);
+  const QList<double> values = {0, 3, -3, 123456789, -12345678, 7.25};
+  const QStringList texts = {u"0"_qs, u" 3"_qs, u"-3"_qs, u"123456789"_qs, u"-12345678"_qs, u"7.25"_qs};
+  {
+    DbfTable tab = DbfTable::create(p, {{u"i"_qs, 'N', 10, 0}, {u"d"_qs, 'N', 12, 2}, {u"c"_qs, 'C', 12, 0}});
+    for (qsizetype i = 0; i < values.size(); ++i) {
+      const int r = tab.appendRow();
+      tab.setNumber(r, 0, values[i]);
+      tab.setNumber(r, 1, values[i]);
+      tab.setText(r, 2, texts[i]);
+    }
+    const int r = tab.appendRow();  // text that is no number
+    tab.setText(r, 2, u"12a"_qs);
+    tab.appendRow();  // blank
+  }
+  const DbfTable tab = DbfTable::open(p);
+  DbfScan scan(p);
+  int r = 0;
+  while (scan.next()) {
+    for (int f = 0; f < 3; ++f) EXPECT_EQ(scan.number(f), tab.number(r, f)) << r << " " << f;
+    if (r < values.size()) {
+      EXPECT_EQ(scan.number(1), values[r]);
+      EXPECT_EQ(scan.number(2), values[r]);
+    }
+    ++r;
+  }
+  EXPECT_EQ(r, values.size() + 2);
+  DbfScan again(p);
+  for (int i = 0; i < 7; ++i) ASSERT_TRUE(again.next());
+  EXPECT_EQ(again.number(2), 0);  // "12a"
+  EXPECT_EQ(again.number(0), 0);  // blank
+}
