@@ -23,13 +23,14 @@ class ColumnReader {
   // gave for the row before (nullptr for the first row).
   void read(QString& out, const QString* before) {
     const QByteArrayView b = t_.bytes(field_);
-    if (before && b.size() == width_ && std::memcmp(b.data(), last_, static_cast<size_t>(width_)) == 0) {
+    if (before && b.size() == width_ &&
+        (width_ == 0 || std::memcmp(b.data(), last_, static_cast<size_t>(width_)) == 0)) {
       out = *before;
       return;
     }
     // Fields are at most 255 bytes wide.
     width_ = std::min<qsizetype>(b.size(), sizeof last_);
-    std::memcpy(last_, b.data(), static_cast<size_t>(width_));
+    if (width_ > 0) std::memcpy(last_, b.data(), static_cast<size_t>(width_));
     if (width_ != b.size()) width_ = -1;
     out = t_.trimmedText(field_);
   }
@@ -41,6 +42,28 @@ class ColumnReader {
   char last_[256];
 };
 
+// The trimmed text of a narrow column with few values (the answer keys):
+// each value is decoded once and then shared.
+class FewValuesReader {
+ public:
+  FewValuesReader(const DbfScan& t, const QString& name) : t_(t), field_(t.fieldIndex(name)) {}
+  void read(QString& out) {
+    const QByteArrayView b = t_.bytes(field_);
+    for (const auto& [bytes, text] : seen_)
+      if (bytes == b) {
+        out = text;
+        return;
+      }
+    out = t_.trimmedText(field_);
+    if (seen_.size() < 32) seen_.append({b.toByteArray(), out});
+  }
+
+ private:
+  const DbfScan& t_;
+  int field_;
+  QList<std::pair<QByteArray, QString>> seen_;
+};
+
 }  // namespace
 
 void ReadData2ItemData(const QString& folder, const QString& table, ItemIndex& array) {
@@ -50,7 +73,7 @@ void ReadData2ItemData(const QString& folder, const QString& table, ItemIndex& a
   if (!t.isOpen()) return;
   ColumnReader filename(t, QStringLiteral("filename"));
   ColumnReader story(t, QStringLiteral("story"));
-  ColumnReader answer(t, QStringLiteral("answer"));
+  FewValuesReader answer(t, QStringLiteral("answer"));
   ColumnReader aboutlaw(t, QStringLiteral("aboutlaw"));
   ColumnReader itemid(t, QStringLiteral("itemid"));
   ColumnReader hastest(t, QStringLiteral("hastest"));
@@ -63,7 +86,7 @@ void ReadData2ItemData(const QString& folder, const QString& table, ItemIndex& a
     const ItemRow* before = n > 1 ? array.constData() + (n - 2) : nullptr;
     filename.read(row.filename, before ? &before->filename : nullptr);
     story.read(row.story, before ? &before->story : nullptr);
-    answer.read(row.answer, before ? &before->answer : nullptr);
+    answer.read(row.answer);
     aboutlaw.read(row.aboutlaw, before ? &before->aboutlaw : nullptr);
     itemid.read(row.itemid, before ? &before->itemid : nullptr);
     hastest.read(row.hastest, before ? &before->hastest : nullptr);
@@ -187,8 +210,9 @@ bool AltItemRow(const Env& env, const QString& id, const QString& text, int type
   }
   ok &= t.setText(r, QStringLiteral("story"), QStringLiteral("no"));
   if (const std::optional<QString> citation = citationOf(text)) {
-    // The citation as the answer section gives it.
-    ok &= t.setText(r, QStringLiteral("aboutlaw"), *citation);
+    // The stored form of the citation: the text as the answer section gives it.
+    const QString aboutlaw = *citation;
+    ok &= t.setText(r, QStringLiteral("aboutlaw"), aboutlaw);
   }
   ok &= t.setText(r, QStringLiteral("answer"), answerKeyOf(text));
   ok &= t.setNumber(r, QStringLiteral("itemtype"), type);
