@@ -98,6 +98,7 @@ void ReadData2ItemData(const QString& folder, const QString& table, ItemIndex& a
 }
 
 void SetWorkItemData(ItemIndex& itemData, const ItemIndex& array) {
+  if (&itemData == &array) return;
   itemData.clear();
   itemData = array;
 }

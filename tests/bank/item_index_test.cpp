@@ -14,18 +14,18 @@ using namespace mj;
 
 namespace {
 
-struct RowSpec {
+struct TableRow {
   QString filename, story, answer, aboutlaw, itemid, hastest;
   bool valid2 = true;
   bool hasselect = false;
   int itemtype = 1;
 };
 
-void writeItems(const test::TestEnv& t, const QString& table, const QList<RowSpec>& rows) {
+void writeItems(const test::TestEnv& t, const QString& table, const QList<TableRow>& rows) {
   t.mkdir(u"\\dbf"_qs);
   DbfTable tab = DbfTable::create(t.path(u"\\dbf\\"_qs + table), tables::ItemFields());
   ASSERT_TRUE(tab.isOpen());
-  for (const RowSpec& s : rows) {
+  for (const TableRow& s : rows) {
     const int r = tab.appendRow();
     tab.setText(r, u"filename"_qs, s.filename);
     tab.setText(r, u"story"_qs, s.story);
@@ -39,7 +39,7 @@ void writeItems(const test::TestEnv& t, const QString& table, const QList<RowSpe
   }
 }
 
-RowSpec plainRow(const QString& id) {
+TableRow plainRow(const QString& id) {
   return {id.left(6), u"no"_qs, u"A"_qs, u"《刑法》1．"_qs, id, u""_qs, true, false, id.mid(5, 1).toInt()};
 }
 
@@ -126,11 +126,11 @@ TEST(ItemIndexLoad, ATableWithOneRowGivesOneRow) {
 
 TEST(ItemIndexLoad, RowsKeepTableOrderAndRepeatedValuesReadRight) {
   test::TestEnv t;
-  QList<RowSpec> rows;
+  QList<TableRow> rows;
   ItemIndex expected;
   for (int i = 0; i < 700; ++i) {
     const QString id = (i < 400 ? u"100011"_qs : u"100012"_qs) + QStringLiteral("%1").arg(i + 1, 5, 10, QChar(u'0'));
-    RowSpec s = plainRow(id);
+    TableRow s = plainRow(id);
     s.story = i % 3 == 0 ? u"no"_qs : u"2026-03-0"_qs + QString::number(1 + i % 9) + u" 08:00   B"_qs;
     // More distinct answers than are shared, and blanks in front of some.
     s.answer = i % 4 == 0 ? u"A"_qs : (i % 3 == 0 ? u" "_qs : u""_qs) + QString::number(i % 45);
@@ -391,7 +391,7 @@ TEST(AltItemRow, ANewRowGetsTheFixedValues) {
 
 TEST(AltItemRow, AnExistingRowGetsItsRecordResetAndKeepsTheRest) {
   test::TestEnv t;
-  RowSpec old = plainRow(u"10001200007"_qs);
+  TableRow old = plainRow(u"10001200007"_qs);
   old.story = u"2026-03-01 08:00  AB2026-02-01 08:00   A"_qs;
   old.valid2 = false;
   old.hasselect = false;
@@ -431,11 +431,11 @@ TEST(AltItemRow, TheCitationEndsAtTheNearerOfTheNextFieldAndTheNextBracket) {
 
 TEST(AltItemRow, WithoutACitationTheStoredOneStays) {
   test::TestEnv t;
-  RowSpec a = plainRow(u"10001100001"_qs);
+  TableRow a = plainRow(u"10001100001"_qs);
   a.aboutlaw = u"《刑法》1．"_qs;
-  RowSpec b = plainRow(u"10001100002"_qs);
+  TableRow b = plainRow(u"10001100002"_qs);
   b.aboutlaw = u"《刑法》2．"_qs;
-  RowSpec c = plainRow(u"10001100003"_qs);
+  TableRow c = plainRow(u"10001100003"_qs);
   c.aboutlaw = u"《刑法》3．"_qs;
   writeItems(t, u"items.mmd"_qs, {a, b, c});
   // "参见" with nothing behind it: a section of 2 characters.
