@@ -22,6 +22,7 @@
 #include "app/splash_window.h"
 #include "app/startup.h"
 #include "app/text_toolkit.h"
+#include "bank/item_index.h"
 #include "platform/desktop_services_widget.h"
 #include "platform/paths.h"
 #include "platform/vbtext.h"
@@ -325,10 +326,11 @@ Form1::LoadOutcome Form1::load() {
     MSFlexGrid1->setColumnWidth(c, static_cast<int>(MSFlexGrid1->columnWidth(c) * app_.ScaleX));
   // 14. Release a former index.
   step(14);
-  if (!app_.ItemData.isEmpty()) app_.ItemData.clear();
+  if (!app_.ItemData.isEmpty()) MyEraseItemData(app_.ItemData, app_.ItemData.size());
   app_.HasIndex = true;
   // 15. The question index.
   step(15);
+  LoadQuestionIndex(app_);
   // 16. The start page with the countdown in the title.
   step(16);
   Label12->setText(QStringLiteral("科学、高效、智能化的题海战术使在较短时间内通过司法统考成为可能。"));

@@ -1,6 +1,8 @@
 #include "app/startup.h"
 
 #include "app/text_toolkit.h"
+#include "bank/item_index.h"
+#include "bank/tables.h"
 #include "platform/paths.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
@@ -32,6 +34,11 @@ QStringList MakeTypeTitle() {
   return {QString(), QStringLiteral("一、单项选择题"), QStringLiteral("二、多项选择题"), QStringLiteral("三、任意选择题")};
 }
 
+void LoadQuestionIndex(AppState& app) {
+  ReadData2ItemData(app.env.path(QStringLiteral("\\dbf")), tables::kItems, app.AllItemData);
+  SetWorkItemData(app.ItemData, app.AllItemData);
+}
+
 CloseDecision CloseRequest(AppState& app) {
   const Env& env = app.env;
   if (app.RunState == runstate::kInItem) return CloseDecision::Ignore;
@@ -46,8 +53,8 @@ CloseDecision CloseRequest(AppState& app) {
       return CloseDecision::Cancel;
   }
   if (app.HasIndex) {
-    app.ItemData.clear();
-    app.AllItemData.clear();
+    MyEraseItemData(app.ItemData, app.ItemData.size());
+    MyEraseItemData(app.AllItemData, app.AllItemData.size());
   }
   return CloseDecision::Close;
 }

@@ -20,8 +20,7 @@ QString ReadWenShuProgram(const Env& env);
 
 QStringList MakeTypeTitle();
 
-// Reads items.mmd of \dbf into AllItemData and copies it to ItemData
-// (releasing what ItemData held before); sets HasIndex.
+// Reads items.mmd of \dbf into AllItemData and copies it to ItemData.
 void LoadQuestionIndex(AppState& app);
 
 enum class CloseDecision {

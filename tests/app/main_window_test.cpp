@@ -11,6 +11,8 @@
 
 #include "app/main_window.h"
 #include "app/splash_window.h"
+#include "platform/dbftable.h"
+#include "platform/paths.h"
 #include "log/news.h"
 #include "settings/help_window.h"
 #include "settings/settings.h"
@@ -294,4 +296,24 @@ TEST(MainWindow, SettingsMenuOpensTheSettingsWindow) {
   EXPECT_FALSE(s.form->isVisible());
   s.form->settingsWindow()->close();  // closing acts as 取消 and brings the main window back
   EXPECT_TRUE(s.form->isVisible());
+}
+
+TEST(MainWindow, StartReadsTheQuestionIndex) {
+  Started s({}, false);
+  {
+    DbfTable items = DbfTable::open(s.t.path(u"\\dbf\\items.mmd"_qs), DbfTable::Mode::ReadWrite);
+    for (int i = 1; i <= 3; ++i) {
+      const int r = items.appendRow();
+      items.setText(r, u"filename"_qs, u"100011"_qs);
+      items.setText(r, u"story"_qs, u"no"_qs);
+      items.setText(r, u"itemid"_qs, u"1000110000"_qs + QString::number(i));
+      items.setLogical(r, u"valid2"_qs, true);
+    }
+  }
+  s.form->load();
+  const AppState& a = s.form->state();
+  ASSERT_EQ(a.AllItemData.size(), 3);
+  EXPECT_EQ(a.ItemData, a.AllItemData);
+  EXPECT_EQ(a.AllItemData[2].itemid, u"10001100003"_qs);
+  EXPECT_TRUE(a.HasIndex);
 }
