@@ -108,11 +108,16 @@ QString OkMid(const QString& text, const QString& mark, int mode) {
   const qsizetype p = InStr(text, mark);
   if (p == 0) return QString();
   switch (mode) {
-    case -2: return Left(text, p + Len(mark) - 1);
-    case -1: return Left(text, p - 1);
-    case 1: return Mid(text, p + Len(mark));
-    case 2: return Mid(text, p);
-    default: return QStringLiteral("第三个参数只能为-2，-1，1，2");
+    case -2:
+      return Left(text, p + Len(mark) - 1);
+    case -1:
+      return Left(text, p - 1);
+    case 1:
+      return Mid(text, p + Len(mark));
+    case 2:
+      return Mid(text, p);
+    default:
+      return QStringLiteral("第三个参数只能为-2，-1，1，2");
   }
 }
 
@@ -167,8 +172,8 @@ QString CleanItemList(const QString& text) {
   }
   kept = ReplaceAll(kept, QStringLiteral("条"), QStringLiteral("条、"));
   kept = ReplaceAll(kept, QStringLiteral("~"), QStringLiteral("-"));
-  for (const QString& mark : {QStringLiteral(","), QStringLiteral("，"), QStringLiteral("."), QStringLiteral("。"),
-                              QStringLiteral("．")})
+  for (const QString& mark :
+       {QStringLiteral(","), QStringLiteral("，"), QStringLiteral("."), QStringLiteral("。"), QStringLiteral("．")})
     kept = ReplaceAll(kept, mark, QStringLiteral("、"));
   kept.remove(u' ');
   return kept;
@@ -212,6 +217,10 @@ QString GetLawTxtForDaAn(const Env& env, const QString& citationText) {
   QString flat = LongDaAn(citationText);
   QString printed;
   QString current;
+  // The law of the previous piece, which most pieces share.
+  QString loadedName;
+  LawTextPtr loaded;
+  bool loadedOnce = false;
   qsizetype from = 0;
   for (qsizetype dot = flat.indexOf(kFullPoint, from); dot >= 0; dot = flat.indexOf(kFullPoint, from)) {
     QString piece = flat.mid(from, dot - from + 1);
@@ -223,19 +232,24 @@ QString GetLawTxtForDaAn(const Env& env, const QString& citationText) {
     QString name = title;
     for (const QString& drop : {QStringLiteral("<"), QStringLiteral(">"), kCrLf, kTitleOpen, kTitleClose})
       name.remove(drop);
-    const QString path = LawFilePath(env, name);
 
     QString item;
-    const LawTextPtr law = LoadLawByName(env, name);
+    if (!loadedOnce || name != loadedName) {
+      loaded = LoadLawByName(env, name);
+      loadedName = name;
+      loadedOnce = true;
+    }
+    const LawTextPtr& law = loaded;
     if (!law) {
-      item = QStringLiteral("法律文件") + path + QStringLiteral("不存在。");
+      item = QStringLiteral("法律文件") + LawFilePath(env, name) + QStringLiteral("不存在。");
     } else {
       const int last = law->lastItemNum();
       item = GetPutTxt2Text(law->text(), law->numeralTable(), Mid(piece, close + 1), &law->index());
       if (Len(item) < 2) {
         QString cited = ReplaceAll(piece, kTitleClose, QStringLiteral("》第"));
         cited = ReplaceAll(cited, kFullPoint, QStringLiteral("条"));
-        item = QStringLiteral("法律文件") + path + QStringLiteral("中共") + CStr(last) + QStringLiteral("条，没有") + cited;
+        item = QStringLiteral("法律文件") + LawFilePath(env, name) + QStringLiteral("中共") + CStr(last) +
+               QStringLiteral("条，没有") + cited;
       } else if (Left(item, 2) == kCrLf) {
         item = Mid(item, 3);
       }

@@ -17,9 +17,12 @@ int KindIndex(LawIndex::Kind kind) { return static_cast<int>(kind); }
 
 QChar Terminator(LawIndex::Kind kind) {
   switch (kind) {
-    case LawIndex::Kind::Di: return u'条';
-    case LawIndex::Kind::Dun: return u'、';
-    case LawIndex::Kind::Point: return u'．';
+    case LawIndex::Kind::Di:
+      return u'条';
+    case LawIndex::Kind::Dun:
+      return u'、';
+    case LawIndex::Kind::Point:
+      return u'．';
   }
   return QChar();
 }
@@ -32,10 +35,13 @@ qsizetype FirstAtOrAfter(const QList<qsizetype>& sorted, qsizetype from) {
 
 }  // namespace
 
-LawIndex::LawIndex(const QString& text) : text_(text) {
+LawIndex::LawIndex(const QString& text) : LawIndex(text, GetLawTextType(text)) {}
+
+LawIndex::LawIndex(const QString& text, int type) : text_(text), type_(type) {
   const qsizetype n = text_.size();
-  // The prefix cannot overlap itself, so stepping over each find sees them all.
-  for (qsizetype at = text_.indexOf(kHeadPrefix); at >= 0; at = text_.indexOf(kHeadPrefix, at + kHeadPrefix.size())) {
+  // Every heading prefix starts at a CR.
+  for (qsizetype at = text_.indexOf(u'\r'); at >= 0; at = text_.indexOf(u'\r', at + 1)) {
+    if (!QStringView(text_).mid(at).startsWith(kHeadPrefix)) continue;
     const qsizetype place = at + 1;
     const qsizetype a = at + kHeadPrefix.size();  // 0-based, behind the prefix
     // The key runs up to the first terminator; a numeral has none inside.
@@ -85,19 +91,17 @@ QString LawIndex::between(Kind kindA, const QString& keyA, Kind kindB, const QSt
 
 QString GetPutTxt2Text(const QString& lawText, const QString& numeralTable, const QString& numbers,
                        const LawIndex* index) {
-  const int type = GetLawTextType(lawText);
+  const int type = index ? index->type() : GetLawTextType(lawText);
   if (type == 0) return QString();
   const qsizetype last = Len(numeralTable) / 9;
   const LawIndex::Kind kind =
       type == 1 ? LawIndex::Kind::Di : (type == 2 ? LawIndex::Kind::Dun : LawIndex::Kind::Point);
-  auto keyOf = [&](double n) {
-    return type == 3 ? NumText(n) : NumeralOfSlot(numeralTable, RoundHalfEven(n));
-  };
+  auto keyOf = [&](double n) { return type == 3 ? NumText(n) : NumeralOfSlot(numeralTable, RoundHalfEven(n)); };
   // A long list reads many articles: one pass to find all headings is then
   // cheaper than a search of the text per article.
   LawIndex local;
   if (!index && CountOf(numbers, kFullPoint) > 8) {
-    local = LawIndex(lawText);
+    local = LawIndex(lawText, type);
     index = &local;
   }
   auto between = [&](const QString& keyA, const QString& keyB) {
@@ -128,8 +132,10 @@ QString GetPutTxt2Text(const QString& lawText, const QString& numeralTable, cons
     for (int k = 0; k < 2; ++k)
       if (Left(body, 4) == kCrLf + kCrLf) body = Mid(body, 3);
     body = CutItemTail(body, type);
-    if (body.isEmpty()) gathered.clear();
-    else gathered += body;
+    if (body.isEmpty())
+      gathered.clear();
+    else
+      gathered += body;
   }
   gathered = ReplaceAll(gathered, QStringLiteral("\n\n"), QStringLiteral("\n"));
   gathered = ReplaceAll(gathered, kCrLf + kCrLf, kCrLf);
@@ -138,7 +144,7 @@ QString GetPutTxt2Text(const QString& lawText, const QString& numeralTable, cons
 
 QString GetMyLongDaAn(const QString& lawText, const QString& numeralTable, const QString& findText,
                       const LawIndex* index) {
-  const int type = GetLawTextType(lawText);
+  const int type = index ? index->type() : GetLawTextType(lawText);
   if (type == 0) return QString();
   const qsizetype count = type == 1 ? Len(numeralTable) / 9 : LastItemNum(lawText);
   const QString find = Trim(findText);
@@ -146,7 +152,7 @@ QString GetMyLongDaAn(const QString& lawText, const QString& numeralTable, const
   // from its own place, so the whole search stays linear in the text.
   LawIndex local;
   if (!index) {
-    local = LawIndex(lawText);
+    local = LawIndex(lawText, type);
     index = &local;
   }
   QString found;

@@ -23,8 +23,11 @@ class LawIndex {
 
   LawIndex() = default;
   explicit LawIndex(const QString& text);
+  // When the caller knows the text's type (GetLawTextType) already.
+  LawIndex(const QString& text, int type);
 
   const QString& text() const { return text_; }
+  int type() const { return type_; }  // GetLawTextType of the text
   // The marker of kind with key.
   static QString marker(Kind kind, const QString& key);
   // 1-based place of the first marker of kind with key at or after from, as
@@ -38,6 +41,7 @@ class LawIndex {
  private:
   static constexpr qsizetype kMaxKey = 12;
   QString text_;
+  int type_ = 0;
   QHash<QString, QList<qsizetype>> byKind_[3];
   QList<qsizetype> diLines_;
 };

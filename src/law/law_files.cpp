@@ -33,8 +33,9 @@ const QString& LawText::numeralTable() const {
 }
 
 const LawIndex& LawText::index() const {
+  const int t = type();
   std::lock_guard lock(mutex_);
-  if (!index_) index_ = std::make_unique<LawIndex>(text_);
+  if (!index_) index_ = std::make_unique<LawIndex>(text_, t);
   return *index_;
 }
 
@@ -60,8 +61,10 @@ QString ReadLawFile(const QString& path) {
   bool clean = true;
   for (qsizetype i = 0; i < raw.size() && clean; ++i) {
     const QChar c = raw.at(i);
-    if (c == u'\r') clean = i + 1 < raw.size() && raw.at(i + 1) == u'\n';
-    else if (c == u'\n') clean = i > 0 && raw.at(i - 1) == u'\r';
+    if (c == u'\r')
+      clean = i + 1 < raw.size() && raw.at(i + 1) == u'\n';
+    else if (c == u'\n')
+      clean = i > 0 && raw.at(i - 1) == u'\r';
   }
   if (clean) return raw;
   QString out;
@@ -119,9 +122,10 @@ LawCache& Cache() {
 }  // namespace
 
 LawTextPtr LoadLawFile(const QString& path) {
-  const QString real = ResolveCase(path);
-  const QFileInfo info(real);
+  QFileInfo info(path);
+  if (!info.exists()) info = QFileInfo(ResolveCase(path));
   if (!info.exists() || !info.isFile()) return nullptr;
+  const QString real = info.filePath();
   const qint64 modified = info.lastModified().toMSecsSinceEpoch();
   const qint64 size = info.size();
   const QString key = info.absoluteFilePath();

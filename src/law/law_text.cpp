@@ -4,6 +4,7 @@
 
 #include "app/text_toolkit.h"
 #include "law/law_files.h"
+#include "law/law_search.h"
 #include "law/numerals.h"
 #include "platform/vbtext.h"
 
@@ -42,15 +43,23 @@ QString LawIndentOf(const QString& text) { return text.contains(kLawIndent) ? kL
 int GetLawTextType(const QString& text) {
   const QString sp = LawIndentOf(text);
   QString t = text;
-  if (InStr(t, sp + QStringLiteral("目录") + kCrLf) > 0) {
+  if (FindLeadTail(t, sp, QStringLiteral("目录") + kCrLf) > 0) {
     // Step over the table of contents: go on behind its first heading line.
     const QString head = FirstHeadLine(t);
     if (!head.isEmpty()) t = Mid(t, InStr(t, head) + Len(head)) + kCrLf;
   }
+  // The first place of CR LF + indent + 第二条 / 二、 / 2．, all three found in
+  // one walk over the CRs of the text.
+  const QString lead = kCrLf + sp;
+  qsizetype a = 0, b = 0, c = 0;
+  for (qsizetype at = t.indexOf(u'\r'); at >= 0 && (a == 0 || b == 0 || c == 0); at = t.indexOf(u'\r', at + 1)) {
+    if (!QStringView(t).mid(at).startsWith(lead)) continue;
+    const QStringView rest = QStringView(t).mid(at + lead.size());
+    if (a == 0 && rest.startsWith(u"第二条")) a = at + 1;
+    if (b == 0 && rest.startsWith(u"二、")) b = at + 1;
+    if (c == 0 && rest.startsWith(u"2．")) c = at + 1;
+  }
   constexpr qsizetype kMissing = 100000;
-  qsizetype a = InStr(t, kCrLf + sp + QStringLiteral("第二条"));
-  qsizetype b = InStr(t, kCrLf + sp + QStringLiteral("二、"));
-  qsizetype c = InStr(t, kCrLf + sp + QStringLiteral("2．"));
   if (a == 0 && b == 0 && c == 0) return 0;
   if (a == 0) a = kMissing;
   if (b == 0) b = kMissing;
@@ -90,7 +99,7 @@ int LastItemNum(const QString& text) {
   const QString head23 = kLf + sp;
 
   // An appendix is never part of an article: start above its first line.
-  const qsizetype appendix = LastPos(text, kCrLf + sp + QStringLiteral("附件"));
+  const qsizetype appendix = LastPosSkipping(text, kCrLf + sp + QStringLiteral("附件"));
   qsizetype i = appendix > 0 ? appendix : Len(text);
   qsizetype end = 0;
   qsizetype start = 0;
@@ -128,9 +137,12 @@ double ItemNumAtCaret(const QString& text, qsizetype pos, int type) {
   const QString t = text + kCrLf;
   if (pos + 2 <= 1) return 0;
   QString numerals;
-  if (type == 1 || type == 2) numerals = QStringLiteral("一二三四五六七八九十零百千万");
-  else if (type == 3) numerals = QStringLiteral("0123456789");
-  else return 0;
+  if (type == 1 || type == 2)
+    numerals = QStringLiteral("一二三四五六七八九十零百千万");
+  else if (type == 3)
+    numerals = QStringLiteral("0123456789");
+  else
+    return 0;
   const QString separators = QStringLiteral("　 、．");
   const QString head1 = kCrLf + QStringLiteral("　　");
   const QString head23 = kCrLf + QStringLiteral("　");
@@ -296,8 +308,10 @@ QString MissingNumbers(const QString& text, long long from, long long to) {
   for (long long i = from; i <= to; ++i) {
     const QString mark = CStr(i) + kFullPoint;
     const qsizetype p = InStr(at, text, kCrLf + mark);
-    if (p > 0) at = p + 1;
-    else missing += mark;
+    if (p > 0)
+      at = p + 1;
+    else
+      missing += mark;
   }
   return missing;
 }

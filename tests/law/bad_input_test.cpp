@@ -2,10 +2,11 @@
 // random bytes, a law of 10 MB, very long citations, unbalanced brackets.
 // Nothing may crash or hang, and the results are those the rules give.
 
+#include <gtest/gtest.h>
+
 #include <QElapsedTimer>
 #include <QFile>
 #include <QRandomGenerator>
-#include <gtest/gtest.h>
 
 #include "law/citations.h"
 #include "law/law_extract.h"
@@ -134,9 +135,7 @@ TEST_F(BadInput, ALawOfTenMegabytes) {
   ASSERT_TRUE(law);
   EXPECT_EQ(law->type(), 1);
   EXPECT_EQ(law->lastItemNum(), 2000);
-  const QString article = [] {
-    return u"　　第一千九百九十九条　第1999号"_qs + QString(2600, u'文') + u"。\r\n"_qs;
-  }();
+  const QString article = [] { return u"　　第一千九百九十九条　第1999号"_qs + QString(2600, u'文') + u"。\r\n"_qs; }();
   EXPECT_EQ(GetPutTxt2Text(big, GetLongDaXie(2000), u"1999．"_qs), article);
   const QString printed = GetLawTxtForDaAn(te.env, u"参见《大法》第1999条、第2001条"_qs);
   EXPECT_EQ(printed, u"《大法》\r\n"_qs + article + u"\r\n《大法》\r\n法律文件"_qs + lawPath(u"大法"_qs) +
@@ -186,11 +185,13 @@ TEST_F(BadInput, UnbalancedTitleMarks) {
             u"\r\n法律文件"_qs + lawPath(QString()) + u"不存在。\r\n"_qs);
   // Doubled marks.
   EXPECT_EQ(LongDaAn(u"《《示例法》》第1条"_qs), u"《示例法》1．"_qs);
-  EXPECT_EQ(GetLawTxtForDaAn(te.env, u"《《示例法》》第1条"_qs), u"《示例法》\r\n　　第一条　为了示例，制定本法。\r\n\r\n"_qs);
+  EXPECT_EQ(GetLawTxtForDaAn(te.env, u"《《示例法》》第1条"_qs),
+            u"《示例法》\r\n　　第一条　为了示例，制定本法。\r\n\r\n"_qs);
   // Every 《 gets a separator in front, so an unclosed one is a token of its own.
   EXPECT_EQ(LongDaAn(u"《甲《示例法》第1条"_qs), u"《示例法》1．"_qs);
   EXPECT_EQ(LongDaAnForEdit(u"《甲《示例法》第1条"_qs), u"《甲《示例法》1．"_qs);
-  EXPECT_EQ(GetLawTxtForDaAn(te.env, u"《甲《示例法》第1条"_qs), u"《示例法》\r\n　　第一条　为了示例，制定本法。\r\n\r\n"_qs);
+  EXPECT_EQ(GetLawTxtForDaAn(te.env, u"《甲《示例法》第1条"_qs),
+            u"《示例法》\r\n　　第一条　为了示例，制定本法。\r\n\r\n"_qs);
   EXPECT_EQ(GetLawNamesIn(QString(), u"《甲《乙》丙》"_qs), u"《甲《乙》"_qs);
   EXPECT_EQ(NormalizeDaAnLine(u"A参见》第1条《示例法"_qs), u"答案：A参见"_qs);
   EXPECT_EQ(StripKuanXiang(u"》第1条《"_qs), u"》第1条、《"_qs);

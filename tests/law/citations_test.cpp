@@ -199,7 +199,8 @@ class LawTxtForDaAn : public ::testing::Test {
 };
 
 TEST_F(LawTxtForDaAn, TitleLineAndArticle) {
-  EXPECT_EQ(GetLawTxtForDaAn(te.env, u"答案：A。参见《示例法》第1条"_qs), u"《示例法》\r\n　　第一条　为了示例，制定本法。\r\n\r\n"_qs);
+  EXPECT_EQ(GetLawTxtForDaAn(te.env, u"答案：A。参见《示例法》第1条"_qs),
+            u"《示例法》\r\n　　第一条　为了示例，制定本法。\r\n\r\n"_qs);
 }
 
 TEST_F(LawTxtForDaAn, TheTitleIsPrintedForEveryArticle) {
@@ -238,8 +239,10 @@ TEST_F(LawTxtForDaAn, ATitleIsAFileNameNotAPath) {
 }
 
 TEST_F(LawTxtForDaAn, AngleBracketsAndLineBreaksLeaveThePath) {
-  EXPECT_EQ(GetLawTxtForDaAn(te.env, u"参见《示<例>法》第1条"_qs), u"《示<例>法》\r\n　　第一条　为了示例，制定本法。\r\n\r\n"_qs);
-  EXPECT_EQ(GetLawTxtForDaAn(te.env, u"参见《示例\r\n法》第1条"_qs), u"《示例法》\r\n　　第一条　为了示例，制定本法。\r\n\r\n"_qs);
+  EXPECT_EQ(GetLawTxtForDaAn(te.env, u"参见《示<例>法》第1条"_qs),
+            u"《示<例>法》\r\n　　第一条　为了示例，制定本法。\r\n\r\n"_qs);
+  EXPECT_EQ(GetLawTxtForDaAn(te.env, u"参见《示例\r\n法》第1条"_qs),
+            u"《示例法》\r\n　　第一条　为了示例，制定本法。\r\n\r\n"_qs);
 }
 
 TEST_F(LawTxtForDaAn, EntriesWithoutATitle) {

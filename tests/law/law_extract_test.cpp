@@ -1,7 +1,8 @@
 #include "law/law_extract.h"
 
-#include <QRandomGenerator>
 #include <gtest/gtest.h>
+
+#include <QRandomGenerator>
 
 #include "app/text_toolkit.h"
 #include "law/law_text.h"
@@ -28,7 +29,8 @@ TEST(GetPutTxt2Text, OneArticleOfEachPlace) {
 }
 
 TEST(GetPutTxt2Text, TheLastArticleIsFoundWithoutAnEndMarker) {
-  EXPECT_EQ(GetPutTxt2Text(test::SampleLaw1(), GetLongDaXie(4), u"4．"_qs), u"　　第四条　本法自公布之日起施行。\r\n"_qs);
+  EXPECT_EQ(GetPutTxt2Text(test::SampleLaw1(), GetLongDaXie(4), u"4．"_qs),
+            u"　　第四条　本法自公布之日起施行。\r\n"_qs);
 }
 
 TEST(GetPutTxt2Text, ListOrderAndNumbersOutsideTheTable) {
@@ -63,7 +65,8 @@ TEST(GetPutTxt2Text, TypesTwoAndThree) {
 
 TEST(GetPutTxt2Text, AMissingTypeThreeArticlePrintsItsMarker) {
   // Type 3 gets no line end added, so an absent article does not end the call.
-  EXPECT_EQ(GetPutTxt2Text(test::SampleLaw3(), GetLongDaXie(5), u"5．2．"_qs), u"　　5．　\r\n　　2．　第二项。\r\n"_qs);
+  EXPECT_EQ(GetPutTxt2Text(test::SampleLaw3(), GetLongDaXie(5), u"5．2．"_qs),
+            u"　　5．　\r\n　　2．　第二项。\r\n"_qs);
 }
 
 TEST(GetPutTxt2Text, TypeZeroGivesNothing) {
@@ -94,7 +97,8 @@ TEST(GetPutTxt2Text, AnIndexGivesTheSameText) {
   const QString law = test::SampleLaw1();
   const LawIndex index(law);
   for (const QString& nums : {u"1．"_qs, u"2．"_qs, u"3．"_qs, u"4．"_qs, u"4．1．3．"_qs, u"1．5．"_qs})
-    EXPECT_EQ(GetPutTxt2Text(law, GetLongDaXie(4), nums, &index), GetPutTxt2Text(law, GetLongDaXie(4), nums)) << nums.toStdString();
+    EXPECT_EQ(GetPutTxt2Text(law, GetLongDaXie(4), nums, &index), GetPutTxt2Text(law, GetLongDaXie(4), nums))
+        << nums.toStdString();
 }
 
 // ---- GetMyLongDaAn ----
@@ -138,7 +142,9 @@ TEST(GetMyLongDaAn, TypesTwoAndThreeStopBeforeAnAppendix) {
   EXPECT_EQ(GetMyLongDaAn(law, QString(), u"第三项"_qs), u"3．"_qs);
 }
 
-TEST(GetMyLongDaAn, TypeZeroGivesNothing) { EXPECT_EQ(GetMyLongDaAn(u"甲乙"_qs, GetLongDaXie(4), u"甲"_qs), QString()); }
+TEST(GetMyLongDaAn, TypeZeroGivesNothing) {
+  EXPECT_EQ(GetMyLongDaAn(u"甲乙"_qs, GetLongDaXie(4), u"甲"_qs), QString());
+}
 
 // The search written plainly: one TextBetween per article.
 QString PlainGetMyLongDaAn(const QString& law, const QString& table, const QString& findText) {
@@ -172,11 +178,20 @@ QString RandomLaw(QRandomGenerator& rng, int type) {
     const int n = rng.bounded(1, 25);
     QString line = u"　　"_qs;
     switch (rng.bounded(5)) {
-      case 0: line += u"第"_qs + DaXie(n) + u"条 "_qs; break;
-      case 1: line += DaXie(n) + u"、"_qs; break;
-      case 2: line += CStr(n) + u"．"_qs; break;
-      case 3: line += u"第"_qs + DaXie(n) + u"章 "_qs; break;
-      default: break;
+      case 0:
+        line += u"第"_qs + DaXie(n) + u"条 "_qs;
+        break;
+      case 1:
+        line += DaXie(n) + u"、"_qs;
+        break;
+      case 2:
+        line += CStr(n) + u"．"_qs;
+        break;
+      case 3:
+        line += u"第"_qs + DaXie(n) + u"章 "_qs;
+        break;
+      default:
+        break;
     }
     for (int w = rng.bounded(4); w >= 0; --w) line += words[rng.bounded(words.size())];
     lines.append(line);
@@ -220,7 +235,8 @@ TEST(GetPutTxt2Text, TheIndexedCutEqualsThePlainOne) {
 // ---- LawIndex ----
 
 TEST(LawIndex, FindsExactlyWhatASearchFinds) {
-  const QString law = u"法\r\n　　第一条 甲\r\n　　第十条 乙\r\n　　第一条之一 丙\r\n　　一、丁\r\n　　12．戊\r\n　　第条"_qs;
+  const QString law =
+      u"法\r\n　　第一条 甲\r\n　　第十条 乙\r\n　　第一条之一 丙\r\n　　一、丁\r\n　　12．戊\r\n　　第条"_qs;
   const LawIndex index(law);
   using K = LawIndex::Kind;
   for (const QString& key : {u"一"_qs, u"十"_qs, u""_qs, u"二"_qs, u"一条之一 丙\r\n　　一、丁\r\n　　12．戊"_qs})

@@ -1,8 +1,9 @@
 #include "law/law_files.h"
 
+#include <gtest/gtest.h>
+
 #include <QDateTime>
 #include <QFile>
-#include <gtest/gtest.h>
 
 #include "law/law_text.h"
 #include "law/numerals.h"

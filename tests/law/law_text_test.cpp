@@ -2,8 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QRandomGenerator>
+
+#include "app/text_toolkit.h"
 #include "law/law_files.h"
 #include "law_samples.h"
+#include "platform/vbtext.h"
 #include "support/printers.h"
 #include "support/test_env.h"
 
@@ -51,20 +55,49 @@ TEST(GetLawTextType, TiesAndMissingMarkers) {
 }
 
 TEST(GetLawTextType, TableOfContentsListsChaptersOnly) {
-  const QString t = JoinCrLf({u"示例法"_qs, u"　　目录"_qs, u"　　第一章 总则"_qs, u"　　第二章 分则"_qs,
-                              u"　　第一章 总则"_qs, u"　　第一条 甲。"_qs, u"　　第二条 乙。"_qs,
-                              u"　　第二章 分则"_qs, u"　　第三条 丙。"_qs});
+  const QString t =
+      JoinCrLf({u"示例法"_qs, u"　　目录"_qs, u"　　第一章 总则"_qs, u"　　第二章 分则"_qs, u"　　第一章 总则"_qs,
+                u"　　第一条 甲。"_qs, u"　　第二条 乙。"_qs, u"　　第二章 分则"_qs, u"　　第三条 丙。"_qs});
   EXPECT_EQ(GetLawTextType(t), 1);
 }
 
 TEST(GetLawTextType, TheTextGoesOnBehindTheFirstHeadingLineOfTheContents) {
   // The line behind the first heading loses its CR, so its 二、 is no marker.
-  const QString withContents = JoinCrLf({u"示例法"_qs, u"　　目录"_qs, u"　　第一章 总则"_qs,
-                                         u"　　二、附录"_qs, u"　　第一条 甲。"_qs, u"　　第二条 乙。"_qs});
+  const QString withContents = JoinCrLf({u"示例法"_qs, u"　　目录"_qs, u"　　第一章 总则"_qs, u"　　二、附录"_qs,
+                                         u"　　第一条 甲。"_qs, u"　　第二条 乙。"_qs});
   EXPECT_EQ(GetLawTextType(withContents), 1);
   QString noContents = withContents;
   noContents.replace(u"目录"_qs, u"名录"_qs);
   EXPECT_EQ(GetLawTextType(noContents), 2);
+}
+
+// The type test written plainly, one search per marker.
+int PlainLawTextType(const QString& text) {
+  const QString sp = LawIndentOf(text);
+  QString t = text;
+  if (InStr(t, sp + u"目录\r\n"_qs) > 0) {
+    const QString head = FirstHeadLine(t);
+    if (!head.isEmpty()) t = Mid(t, InStr(t, head) + Len(head)) + u"\r\n"_qs;
+  }
+  qsizetype a = InStr(t, u"\r\n"_qs + sp + u"第二条"_qs);
+  qsizetype b = InStr(t, u"\r\n"_qs + sp + u"二、"_qs);
+  qsizetype c = InStr(t, u"\r\n"_qs + sp + u"2．"_qs);
+  if (a == 0 && b == 0 && c == 0) return 0;
+  if (a == 0) a = 100000;
+  if (b == 0) b = 100000;
+  if (c == 0) c = 100000;
+  return (a <= b && a <= c) ? 1 : (b <= c ? 2 : 3);
+}
+
+TEST(GetLawTextType, EqualsThePlainSearchOnRandomTexts) {
+  QRandomGenerator rng(31);
+  const QStringList pieces{u"\r\n"_qs, u"　　"_qs,    u"　"_qs, u"第二条"_qs, u"二、"_qs, u"2．"_qs,
+                           u"目录"_qs, u"第一章 "_qs, u"甲"_qs, u"第"_qs,     u"二"_qs};
+  for (int round = 0; round < 5000; ++round) {
+    QString t;
+    for (int k = rng.bounded(30); k > 0; --k) t += pieces[rng.bounded(pieces.size())];
+    ASSERT_EQ(GetLawTextType(t), PlainLawTextType(t)) << round;
+  }
 }
 
 // ---- FirstHeadLine ----

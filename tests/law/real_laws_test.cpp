@@ -1,19 +1,20 @@
 // The four real statutes of the shared test data, in the program's law-text
 // layout, against the same statutes in Markdown.
 
+#include <gtest/gtest.h>
+
 #include <QDir>
 #include <QFile>
 #include <QMap>
 #include <QRegularExpression>
-#include <gtest/gtest.h>
 
+#include "app/text_toolkit.h"
 #include "law/citations.h"
 #include "law/law_extract.h"
 #include "law/law_files.h"
 #include "law/law_text.h"
 #include "law/numerals.h"
 #include "platform/textfile.h"
-#include "app/text_toolkit.h"
 #include "platform/vbtext.h"
 #include "support/printers.h"
 #include "support/test_env.h"
@@ -22,9 +23,9 @@ namespace mj {
 namespace {
 
 struct RealLaw {
-  QString name;      // the title, also the file name
-  QStringList md;    // Markdown files under laws-md, in order
-  int articles;      // LastItemNum of the whole law
+  QString name;    // the title, also the file name
+  QStringList md;  // Markdown files under laws-md, in order
+  int articles;    // LastItemNum of the whole law
 };
 
 const QList<RealLaw>& RealLaws() {
@@ -145,9 +146,12 @@ QStringList MdSection(const QString& file, const QString& from, const QString& t
   bool in = false;
   for (QString line : QString::fromUtf8(f.readAll()).split(u'\n')) {
     line = line.trimmed();
-    if (line == from) in = true;
-    else if (line == to) break;
-    else if (in && !line.isEmpty()) out.append(line);
+    if (line == from)
+      in = true;
+    else if (line == to)
+      break;
+    else if (in && !line.isEmpty())
+      out.append(line);
   }
   return out;
 }
@@ -233,8 +237,9 @@ TEST_P(RealLawArticles, EveryArticleMatchesTheMarkdown) {
     EXPECT_EQ(stopped, kXingfaStopped);
     // Only the last appendix line is cut, so the first appendix stays in the
     // last article.
-    expected[452] = plain[452] + u"附件一"_qs +
-                    Squeezed(MdSection(RealDir() + u"/laws-md/刑法.md"_qs, u"## 附件一"_qs, u"## 附件二"_qs).join(QString()));
+    expected[452] =
+        plain[452] + u"附件一"_qs +
+        Squeezed(MdSection(RealDir() + u"/laws-md/刑法.md"_qs, u"## 附件一"_qs, u"## 附件二"_qs).join(QString()));
     reason[452] = u"the first appendix stays"_qs;
   }
   if (law.name != u"刑法"_qs) {
@@ -264,8 +269,7 @@ TEST_P(RealLawArticles, EveryArticleMatchesTheMarkdown) {
   for (int n = 1; n <= law.articles; ++n) {
     const QString nums = CStr(n) + u"．"_qs;
     const QString got = GetPutTxt2Text(text, table, nums, &index);
-    EXPECT_EQ(Squeezed(got), expected[n]) << law.name.toStdString() << " " << n << " "
-                                          << reason.value(n).toStdString();
+    EXPECT_EQ(Squeezed(got), expected[n]) << law.name.toStdString() << " " << n << " " << reason.value(n).toStdString();
     if (expected[n] != plain[n]) ++differences;
     // Without the index the same text comes out.
     if (n % 7 == 0) {
@@ -276,7 +280,10 @@ TEST_P(RealLawArticles, EveryArticleMatchesTheMarkdown) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Laws, RealLawArticles, ::testing::Range(0, 4), [](const auto& info) {
-  return std::string(info.param == 0 ? "Xianfa" : info.param == 1 ? "Xingfa" : info.param == 2 ? "Xingsufa" : "Minfadian");
+  return std::string(info.param == 0   ? "Xianfa"
+                     : info.param == 1 ? "Xingfa"
+                     : info.param == 2 ? "Xingsufa"
+                                       : "Minfadian");
 });
 
 class RealLawCitations : public ::testing::Test {
@@ -296,7 +303,8 @@ class RealLawCitations : public ::testing::Test {
 };
 
 TEST_F(RealLawCitations, RangesAndSeveralLaws) {
-  const QString printed = GetLawTxtForDaAn(te.env, u"答案：C。参见《刑法》第20条、第23-25条《民法典》第1260条、第1条《刑事诉讼法》第308条"_qs);
+  const QString printed = GetLawTxtForDaAn(
+      te.env, u"答案：C。参见《刑法》第20条、第23-25条《民法典》第1260条、第1条《刑事诉讼法》第308条"_qs);
   EXPECT_EQ(printed, block(u"刑法"_qs, 20) + block(u"刑法"_qs, 23) + block(u"刑法"_qs, 24) + block(u"刑法"_qs, 25) +
                          block(u"民法典"_qs, 1260) + block(u"民法典"_qs, 1) + block(u"刑事诉讼法"_qs, 308));
   EXPECT_TRUE(printed.startsWith(u"《刑法》\r\n　　第二十条　为了使国家、公共利益"_qs));
