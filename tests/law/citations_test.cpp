@@ -4,6 +4,7 @@
 
 #include "bank/tables.h"
 #include "law/law_files.h"
+#include "law/law_text.h"
 #include "law_samples.h"
 #include "support/printers.h"
 #include "support/test_env.h"
@@ -259,6 +260,21 @@ TEST_F(LawTxtForDaAn, AMissingArticleInsideTheCount) {
   te.writeGbk(u"\\lawtxt\\缺条法.mmd"_qs, u"缺条法\r\n　　第一条 甲。\r\n　　第二条 乙。\r\n　　第四条 丁。"_qs);
   EXPECT_EQ(GetLawTxtForDaAn(te.env, u"参见《缺条法》第3条"_qs),
             u"《缺条法》\r\n法律文件"_qs + lawPath(u"缺条法"_qs) + u"中共4条，没有《缺条法》第3条\r\n"_qs);
+}
+
+TEST_F(LawTxtForDaAn, APrintedArticleLeadsBackToItsNumber) {
+  // A click anywhere on a title line or an article's lines: the line end,
+  // then the article above it.
+  const QString printed = u"答案：A\r\n"_qs + GetLawTxtForDaAn(te.env, u"参见《示例法》第2条、第3条"_qs);
+  auto numberAt = [&](const QString& near) {
+    const qsizetype caret = printed.indexOf(near) + 1;
+    return ItemNumAtCaret(printed, LineEndAt(printed, caret), LawTypeOfName(te.env, u"《示例法》"_qs));
+  };
+  EXPECT_EQ(numberAt(u"示例法》\r\n　　第二条"_qs), 2);
+  EXPECT_EQ(numberAt(u"依照第一条"_qs), 2);
+  EXPECT_EQ(numberAt(u"示例法》\r\n　　第三条"_qs), 3);
+  EXPECT_EQ(numberAt(u"（二）乙"_qs), 3);
+  EXPECT_TRUE(printed.contains(u"》\r\n　　第三条"_qs));
 }
 
 // ---- GetOneLawFileName ----

@@ -5,6 +5,7 @@
 #include <QRandomGenerator>
 
 #include "app/text_toolkit.h"
+#include "law/citations.h"
 #include "law/law_text.h"
 #include "law/numerals.h"
 #include "law_samples.h"
@@ -101,6 +102,17 @@ TEST(GetPutTxt2Text, AnIndexGivesTheSameText) {
         << nums.toStdString();
 }
 
+TEST(GetPutTxt2Text, WhatTheArticleBoxAsksFor) {
+  const QString law = test::SampleLaw1();
+  const QString table = GetLongDaXie(4);
+  EXPECT_EQ(GetPutTxt2Text(law, table, LongDaAn(u"3-4,1"_qs, CitationSep::LawQuery)),
+            GetPutTxt2Text(law, table, u"3．"_qs) + GetPutTxt2Text(law, table, u"4．"_qs) +
+                GetPutTxt2Text(law, table, u"1．"_qs));
+  EXPECT_EQ(GetPutTxt2Text(law, table, LongDaAn(u"4-3"_qs, CitationSep::LawQuery)),
+            GetPutTxt2Text(law, table, u"4．3．"_qs));
+  EXPECT_EQ(GetPutTxt2Text(law, table, LongDaAn(u"7,9"_qs, CitationSep::LawQuery)), QString());
+}
+
 // ---- GetMyLongDaAn ----
 
 TEST(GetMyLongDaAn, ArticlesContainingTheText) {
@@ -116,6 +128,14 @@ TEST(GetMyLongDaAn, TheHeadingItselfIsPartOfTheArticle) {
   EXPECT_EQ(GetMyLongDaAn(law, GetLongDaXie(4), u"第一条"_qs), u"1．2．"_qs);
   // Articles beyond the law are their heading alone.
   EXPECT_EQ(GetMyLongDaAn(law, GetLongDaXie(6), u"第五条"_qs), u"5．"_qs);
+}
+
+TEST(GetMyLongDaAn, ASearchForAnArticleHeading) {
+  QStringList lines{u"十条法"_qs};
+  for (int i = 1; i <= 12; ++i) lines.append(u"　　第"_qs + DaXie(i) + u"条 内容"_qs + CStr(i) + u"。"_qs);
+  const QString law = JoinCrLf(lines);
+  EXPECT_EQ(GetMyLongDaAn(law, GetLongDaXie(12), u"第十条"_qs), u"10．"_qs);
+  EXPECT_EQ(GetMyLongDaAn(law, GetLongDaXie(12), u"内容1"_qs), u"1．10．11．12．"_qs);
 }
 
 TEST(GetMyLongDaAn, TypeOneArticlesEndAtAnyLineStartingWithDi) {
