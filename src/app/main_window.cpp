@@ -23,6 +23,7 @@
 #include "app/startup.h"
 #include "app/text_toolkit.h"
 #include "bank/item_index.h"
+#include "law/numerals.h"
 #include "platform/desktop_services_widget.h"
 #include "platform/paths.h"
 #include "platform/vbtext.h"
@@ -339,6 +340,7 @@ Form1::LoadOutcome Form1::load() {
     QPixmap pm(ResolveCase(picture));
     if (!pm.isNull()) Picture1->setPixmap(pm.scaled(640, 360, Qt::KeepAspectRatio, Qt::SmoothTransformation));
   }
+  FillNumeralTable(app_.NumeralTable);
   applyTitle();
   showStartPage();
   // 17. The notices of the news file.

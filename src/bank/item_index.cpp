@@ -5,6 +5,7 @@
 #include "app/text_toolkit.h"
 #include "bank/bank_text.h"
 #include "bank/tables.h"
+#include "law/citations.h"
 #include "platform/dbftable.h"
 #include "platform/events.h"
 #include "platform/vbtext.h"
@@ -211,8 +212,9 @@ bool AltItemRow(const Env& env, const QString& id, const QString& text, int type
   }
   ok &= t.setText(r, QStringLiteral("story"), QStringLiteral("no"));
   if (const std::optional<QString> citation = citationOf(text)) {
-    // The stored form of the citation: the text as the answer section gives it.
-    const QString aboutlaw = *citation;
+    // Stored as the flat citation list, which the search from a law article
+    // to its questions reads.
+    const QString aboutlaw = LongDaAn(QStringLiteral("参见") + *citation);
     ok &= t.setText(r, QStringLiteral("aboutlaw"), aboutlaw);
   }
   ok &= t.setText(r, QStringLiteral("answer"), answerKeyOf(text));

@@ -54,7 +54,10 @@ TEST(MainWindow, StartRunsItsStepsInOrder) {
   EXPECT_TRUE(a.HasIndex);
   EXPECT_EQ(a.RunState, runstate::kNormal);
   EXPECT_EQ(a.TypeTitle.size(), 4);
-  EXPECT_EQ(a.NumeralTable.size(), 2001);
+  ASSERT_EQ(a.NumeralTable.size(), 2001);
+  EXPECT_EQ(a.NumeralTable[0], u"零"_qs);
+  EXPECT_EQ(a.NumeralTable[1010], u"一千零十"_qs);
+  EXPECT_EQ(a.NumeralTable[2000], u"二千"_qs);
   EXPECT_EQ(a.LawNameTable, u"33.mmd"_qs);
   EXPECT_EQ(a.ItemTable, u"items.mmd"_qs);
   EXPECT_EQ(a.DataFolder, s.t.path(u"\\dbf"_qs));

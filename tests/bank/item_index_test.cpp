@@ -384,7 +384,9 @@ TEST(AltItemRow, ANewRowGetsTheFixedValues) {
   EXPECT_EQ(r.hastest, u""_qs);
   EXPECT_EQ(r.itemtype, 1);
   EXPECT_EQ(r.answer, u"B"_qs);
-  EXPECT_EQ(r.aboutlaw, u"《刑法》第二十五条、第二十六条\r\n"_qs);
+  // Stored as the flat citation list: articles written in Chinese numerals
+  // are no article numbers there.
+  EXPECT_EQ(r.aboutlaw, u""_qs);
   const DbfTable tab = DbfTable::open(t.path(u"\\dbf\\items.mmd"_qs));
   EXPECT_TRUE(tab.isNull(1, u"hastest"_qs));
 }
@@ -407,7 +409,7 @@ TEST(AltItemRow, AnExistingRowGetsItsRecordResetAndKeepsTheRest) {
   const ItemRow& r = index[1];
   EXPECT_EQ(r.story, u"no"_qs);
   EXPECT_EQ(r.answer, u"ACD"_qs);
-  EXPECT_EQ(r.aboutlaw, u"《民法典》第一千一百六十五条"_qs);
+  EXPECT_EQ(r.aboutlaw, u""_qs);
   EXPECT_EQ(r.itemtype, 2);
   EXPECT_FALSE(r.valid2);
   EXPECT_FALSE(r.hasselect);
@@ -424,9 +426,9 @@ TEST(AltItemRow, TheCitationEndsAtTheNearerOfTheNextFieldAndTheNextBracket) {
   ASSERT_TRUE(AltItemRow(t.env, u"10001100003"_qs, u"题■答案：A参见《刑法》第5条"_qs));
   const ItemIndex index = loadItems(t);
   ASSERT_EQ(index.size(), 3);
-  EXPECT_EQ(index[0].aboutlaw, u"《刑法》第3条"_qs);
-  EXPECT_EQ(index[1].aboutlaw, u"《刑法》第4条"_qs);
-  EXPECT_EQ(index[2].aboutlaw, u"《刑法》第5条"_qs);
+  EXPECT_EQ(index[0].aboutlaw, u"《刑法》3．"_qs);
+  EXPECT_EQ(index[1].aboutlaw, u"《刑法》4．"_qs);
+  EXPECT_EQ(index[2].aboutlaw, u"《刑法》5．"_qs);
 }
 
 TEST(AltItemRow, WithoutACitationTheStoredOneStays) {
@@ -453,6 +455,13 @@ TEST(AltItemRow, WithoutACitationTheStoredOneStays) {
   for (const ItemRow& r : index) EXPECT_EQ(r.story, u"no"_qs);
 }
 
+TEST(AltItemRow, TheCitationIsStoredAsTheFlatList) {
+  test::TestEnv t;
+  writeItems(t, u"items.mmd"_qs, {});
+  ASSERT_TRUE(AltItemRow(t.env, u"10001100001"_qs, u"题■答案：A参见《刑法》第12-14条、第20条《民法典》第3条■y"_qs));
+  EXPECT_EQ(loadItems(t)[0].aboutlaw, u"《刑法》12．《刑法》13．《刑法》14．《刑法》20．《民法典》3．"_qs);
+}
+
 TEST(AltItemRow, TheAnswerIsReadBeforeTheNote) {
   test::TestEnv t;
   writeItems(t, u"items.mmd"_qs, {});
@@ -474,7 +483,7 @@ TEST(AltItemRow, ASimulatedIdGoesIntoCsItems) {
   EXPECT_EQ(cs[0].itemid, u"00201100004"_qs);
   EXPECT_EQ(cs[0].filename, u"002011"_qs);
   EXPECT_EQ(cs[0].itemtype, 1);
-  EXPECT_EQ(cs[0].aboutlaw, u"《宪法》第1条"_qs);
+  EXPECT_EQ(cs[0].aboutlaw, u"《宪法》1．"_qs);
 }
 
 TEST(AltItemRow, AnExplicitTypeWins) {
