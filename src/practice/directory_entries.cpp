@@ -1,0 +1,76 @@
+#include "practice/directory_entries.h"
+
+#include "bank/eligibility.h"
+#include "bank/tables.h"
+
+namespace mj {
+
+Schedule CurrentSchedule(const AppState& app) {
+  return Schedule{app.OkTimes, app.AddNum, app.PassDays, app.IsChaJuan, app.env.today()};
+}
+
+bool EnterDirectory(AppState& app, DirectoryMode mode, DirectoryEntryUi& ui, SchedulingSettings& settings) {
+  const bool simulated = mode != DirectoryMode::ShiTi;
+  // 1. The data set.
+  if (!ui.needsData()) return false;
+  // 2. The grid face instead of the start page.
+  ui.prepareGridFace();
+  // 3. The working index: the whole bank, or nothing for the papers.
+  app.ItemData = simulated ? app.CsItemData : app.AllItemData;
+  // 4. Mode flags.
+  app.IsSimulated = simulated;
+  app.IsChaJuan = mode == DirectoryMode::ChaJuan;
+  app.InUpdateList = false;
+  app.InOtherList = false;
+  // 5. The header of the mode.
+  const QString format = GridFormatText(mode);
+  // 6. Moving on without the answer window; the tables of the mode.
+  app.AutoNext = simulated;
+  app.DataFolder = app.env.path(QStringLiteral("\\dbf"));
+  app.FaceTable = simulated ? tables::kCsDirectory : tables::kDirectory;
+  app.ItemTable = simulated ? tables::kCsItems : tables::kItems;
+  // 7. The scheduling numbers, from the settings as saved.
+  ui.setWaitCursor(true);
+  settings.reload();
+  const int first = simulated ? 3 : 0;
+  app.OkTimes = static_cast<qint16>(settings.number(first));
+  app.AddNum = static_cast<qint16>(settings.number(first + 1));
+  app.PassDays = static_cast<qint16>(settings.number(first + 2));
+  if (mode == DirectoryMode::ChaJuan) {
+    app.OkTimes = -10;
+    app.AddNum = 1;
+    app.PassDays = -10;
+  }
+  // 8.
+  ui.hideFrames();
+  // 9. The count of due questions: the internal bank once a day, the papers
+  // every time.
+  const qint16 today = MonthDayStamp(app.env.today());
+  const CountProgress progress{[&ui](int m) { ui.setProgressMaximum(m); }, [&ui](int v) { ui.setProgressValue(v); }};
+  if (!simulated) {
+    if (today != settings.stLastUpdate()) {
+      ui.showCounting(kCountingShiTi);
+      ui.setWaitCursor(true);
+      NewIniDbfData(app.DataFolder, app.FaceTable, app.ItemTable, app.ItemData, CurrentSchedule(app), progress);
+      settings.setStLastUpdate(today);
+      settings.save();
+    }
+  } else {
+    ui.showCounting(mode == DirectoryMode::CeShi ? kCountingCeShi : kCountingChaJuan);
+    ui.setWaitCursor(true);
+    IniDbfData(app.DataFolder, app.FaceTable, app.ItemTable, CurrentSchedule(app), progress);
+    settings.setTsLastUpdate(today);
+    settings.save();
+  }
+  // 10. The directory from its table, shown as a tree.
+  Directory directory;
+  directory.load(app.DataFolder, app.FaceTable);
+  ui.hideCounting();
+  directory.show(format);
+  // 11.
+  ui.showDirectory(directory);
+  ui.setWaitCursor(false);
+  return true;
+}
+
+}  // namespace mj

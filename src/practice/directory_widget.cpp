@@ -1,0 +1,121 @@
+#include "practice/directory_widget.h"
+
+#include <QFontMetrics>
+#include <QHeaderView>
+
+#include "platform/clock.h"
+#include "platform/messagebox.h"
+
+namespace mj {
+
+namespace {
+
+Qt::Alignment alignmentOf(QChar c) {
+  return (c == u'^' ? Qt::AlignHCenter : c == u'>' ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
+}
+
+QColor colorOf(unsigned colorNumber) {
+  return QColor(static_cast<int>(colorNumber & 0xFF), static_cast<int>((colorNumber >> 8) & 0xFF),
+                static_cast<int>((colorNumber >> 16) & 0xFF));
+}
+
+}  // namespace
+
+DirectoryGrid::DirectoryGrid(QWidget* parent) : QTableWidget(parent) {
+  setObjectName(QStringLiteral("MSFlexGrid1"));
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setSelectionBehavior(QAbstractItemView::SelectRows);
+  setSelectionMode(QAbstractItemView::SingleSelection);
+  setWordWrap(false);
+  verticalHeader()->setVisible(false);
+  horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  horizontalHeader()->setHighlightSections(false);
+  connect(this, &QTableWidget::cellClicked, this, [this](int r, int) { clickRow(r + 1); });
+}
+
+void DirectoryGrid::showDirectory(const Directory& directory, double scaleX, double scaleY) {
+  directory_ = directory;
+  scaleX_ = scaleX > 0 ? scaleX : 1.0;
+  scaleY_ = scaleY > 0 ? scaleY : 1.0;
+  refresh();
+}
+
+int DirectoryGrid::shownRowHeight(int row) const {
+  if (row == 0) return horizontalHeader()->height();
+  if (row < 1 || row > rowCount() || isRowHidden(row - 1)) return 0;
+  return rowHeight(row - 1);
+}
+
+int DirectoryGrid::shownColumnWidth(int column) const {
+  if (column < 0 || column >= columnCount() || isColumnHidden(column)) return 0;
+  return columnWidth(column);
+}
+
+void DirectoryGrid::refresh() {
+  setUpdatesEnabled(false);
+  const Directory& d = directory_;
+  setColumnCount(kDirectoryColumnCount);
+  setRowCount(d.rowCount());
+
+  // The header row: the texts of the format, at size 15, 400 twips high.
+  QFont headerFont = font();
+  headerFont.setPointSize(kHeaderFontSize);
+  horizontalHeader()->setFont(headerFont);
+  const QFontMetrics base(font());
+  for (int c = 0; c < kDirectoryColumnCount; ++c) {
+    const Directory::HeaderCell cell = c < d.header().size() ? d.header()[c] : Directory::HeaderCell{u'<', QString()};
+    auto* item = new QTableWidgetItem(cell.text);
+    item->setTextAlignment(alignmentOf(cell.alignment));
+    item->setFont(headerFont);
+    setHorizontalHeaderItem(c, item);
+    // The format text sets the width from its text; the screen factor widens it.
+    const bool shown = c == kColFixed || IsVisibleColumn(c);
+    setColumnHidden(c, !shown);
+    if (shown) setColumnWidth(c, static_cast<int>((base.horizontalAdvance(cell.text) + 8) * scaleX_));
+  }
+  horizontalHeader()->setFixedHeight(
+      qMax(static_cast<int>(kHeaderRowHeight * scaleY_ / 15), QFontMetrics(headerFont).height() + 6));
+
+  QFont headingFont = font();
+  headingFont.setPointSize(kHeadingFontSize);
+  const QColor headingColor = colorOf(kHeadingColor);
+  const QColor fixedBack = palette().color(QPalette::Button);
+  const int minLeaf = base.height() + 4;
+  const int minHeading = QFontMetrics(headingFont).height() + 4;
+  for (int r = 1; r <= d.rowCount(); ++r) {
+    const bool look = d.hasHeadingLook(r);
+    for (int c = 0; c < kDirectoryColumnCount; ++c) {
+      auto* item = new QTableWidgetItem(d.text(r, c));
+      item->setTextAlignment(alignmentOf(c < d.header().size() ? d.header()[c].alignment : QChar(u'<')));
+      item->setForeground(Qt::black);
+      if (c == kColFixed) item->setBackground(fixedBack);
+      if (look && IsVisibleColumn(c)) {
+        item->setForeground(headingColor);
+        item->setFont(headingFont);
+      }
+      setItem(r - 1, c, item);
+    }
+    const int twips = d.rowHeight(r);
+    setRowHidden(r - 1, twips == 0);
+    if (twips > 0) setRowHeight(r - 1, qMax(static_cast<int>(twips * scaleY_ / 15), look ? minHeading : minLeaf));
+  }
+  setUpdatesEnabled(true);
+}
+
+DirectoryClick DirectoryGrid::clickRow(int row) {
+  DirectoryClick what = DirectoryClick::Nothing;
+  if (env_) {
+    what = ClickDirectoryRow(directory_, row, *env_);
+  } else if (row >= 1 && row <= directory_.rowCount()) {
+    what = directory_.toggleHeading(row) ? DirectoryClick::Toggled : DirectoryClick::Leaf;
+  }
+  if (what == DirectoryClick::Toggled) {
+    refresh();
+    emit headingToggled(row);
+  } else if (what == DirectoryClick::Leaf) {
+    emit leafClicked(row);
+  }
+  return what;
+}
+
+}  // namespace mj

@@ -1,0 +1,50 @@
+#pragma once
+// The directory grid MSFlexGrid1 of the main window: shows a Directory with
+// its header row, hidden columns and rows, and the blue look of headings. A
+// click on a heading opens or closes it; a click on a bank is announced.
+
+#include <QTableWidget>
+
+#include "platform/env.h"
+#include "practice/directory.h"
+
+namespace mj {
+
+class DirectoryGrid : public QTableWidget {
+  Q_OBJECT
+ public:
+  explicit DirectoryGrid(QWidget* parent = nullptr);
+
+  // The message boxes of a click come from here; without it a click only
+  // toggles and announces.
+  void setEnv(const Env* env) { env_ = env; }
+
+  // Shows a directory. Column widths follow the header texts, scaled by
+  // scaleX; row heights are twips scaled by scaleY.
+  void showDirectory(const Directory& directory, double scaleX, double scaleY);
+  Directory& directory() { return directory_; }
+  const Directory& directory() const { return directory_; }
+  // Draws the directory again after a change of its rows.
+  void refresh();
+
+  // A click on grid row `row` (from 1), as a mouse click does it.
+  DirectoryClick clickRow(int row);
+
+  // Pixel height and width the grid gives a row and a column (0 hidden).
+  int shownRowHeight(int row) const;
+  int shownColumnWidth(int column) const;
+
+ signals:
+  // A bank row was clicked: practice starts there.
+  void leafClicked(int row);
+  // A heading was opened or closed.
+  void headingToggled(int row);
+
+ private:
+  const Env* env_ = nullptr;
+  Directory directory_;
+  double scaleX_ = 1.0;
+  double scaleY_ = 1.0;
+};
+
+}  // namespace mj
