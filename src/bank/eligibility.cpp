@@ -12,8 +12,16 @@ namespace mj {
 
 namespace {
 
+// Blanks (U+0020) off both ends, as Trim does, without a copy.
+QStringView trimBlanks(QStringView s) {
+  qsizetype b = 0, e = s.size();
+  while (b < e && s[b] == u' ') ++b;
+  while (e > b && s[e - 1] == u' ') --e;
+  return s.sliced(b, e - b);
+}
+
 // Reads 1 to maxDigits digits at s[i]; false when there is none.
-bool readNumber(const QString& s, qsizetype& i, int maxDigits, int& value) {
+bool readNumber(QStringView s, qsizetype& i, int maxDigits, int& value) {
   value = 0;
   int digits = 0;
   while (i < s.size() && digits < maxDigits && s[i] >= u'0' && s[i] <= u'9') {
@@ -22,6 +30,62 @@ bool readNumber(const QString& s, qsizetype& i, int maxDigits, int& value) {
     ++digits;
   }
   return digits > 0;
+}
+
+struct Ymd {
+  int year = 0, month = 0, day = 0;
+};
+
+// The date of the first 16 characters of a record: "yyyy-mm-dd hh:mm", with
+// one-digit months, days and hours, "/" between the date's parts, seconds or
+// no time at all also taken.
+std::optional<Ymd> entryYmd(QStringView story) {
+  const QStringView s = trimBlanks(story.left(16));
+  qsizetype i = 0;
+  Ymd d;
+  auto at = [&](QChar c) { return i < s.size() && s[i] == c; };
+  if (!readNumber(s, i, 4, d.year) || i != 4) return std::nullopt;
+  if (!at(u'-') && !at(u'/')) return std::nullopt;
+  const QChar dateSep = s[i++];
+  if (!readNumber(s, i, 2, d.month) || !at(dateSep)) return std::nullopt;
+  ++i;
+  if (!readNumber(s, i, 2, d.day)) return std::nullopt;
+  if (!QDate::isValid(d.year, d.month, d.day)) return std::nullopt;
+  if (i == s.size()) return d;
+  if (s[i] != u' ') return std::nullopt;
+  while (i < s.size() && s[i] == u' ') ++i;
+  int hour = 0, minute = 0, second = 0;
+  if (!readNumber(s, i, 2, hour) || !at(u':')) return std::nullopt;
+  ++i;
+  if (!readNumber(s, i, 2, minute)) return std::nullopt;
+  if (at(u':')) {
+    ++i;
+    if (!readNumber(s, i, 2, second)) return std::nullopt;
+  }
+  if (i != s.size() || hour > 23 || minute > 59 || second > 59) return std::nullopt;
+  return d;
+}
+
+// The due test on a trimmed record, with today's date in parts.
+bool isDue(QStringView story, const Schedule& s, const Ymd& today, QStringView answer) {
+  const qsizetype n = story.size() / 20;
+  if (n == 0) return true;
+  const std::optional<Ymd> d = entryYmd(story);
+  if (!d) return false;  // the conversion fails: not due
+  const int passed = (today.year - d->year) * 365 + (today.month - d->month) * 30 + (today.day - d->day);
+  if (passed < s.passDays) return false;
+  if (trimBlanks(story.right(4)) != trimBlanks(answer)) {
+    // The oldest entry is a wrong answer; n - 1 right answers came after it.
+    if (s.isChaJuan) return true;
+    return n - 1 < s.okTimes + s.addNum;
+  }
+  return n < s.okTimes;
+}
+
+Ymd ymdOf(const QDate& date) {
+  Ymd d;
+  date.getDate(&d.year, &d.month, &d.day);
+  return d;
 }
 
 // The directory's bank file test: b not blank and ending in ".MMD" in upper case.
@@ -41,12 +105,12 @@ struct BankCount {
   int ok = 0;
 };
 
-// Shared frame of both index counts: opens the directory table, sets the
-// bar, walks the rows and writes f and oknum. `countBank` gives the numbers
-// of one bank.
-bool writeIndexCounts(const QString& folder, const QString& faceTable, const QString& itemTable,
-                      const CountProgress& progress, const std::function<BankCount(const QString& bank)>& countBank) {
-  if (progress.setMaximum) progress.setMaximum(liveQuestionCount(folder, itemTable));
+// Shared frame of both index counts: sets the bar, opens the directory
+// table, walks its rows and writes f and oknum. `countBank` gives the
+// numbers of one bank.
+bool writeIndexCounts(const QString& folder, const QString& faceTable, int maximum, const CountProgress& progress,
+                      const std::function<BankCount(const QString& bank)>& countBank) {
+  if (progress.setMaximum) progress.setMaximum(maximum);
   int bar = 1;
   if (progress.setValue) progress.setValue(bar);
 
@@ -74,74 +138,45 @@ bool writeIndexCounts(const QString& folder, const QString& faceTable, const QSt
 }  // namespace
 
 std::optional<QDate> EntryDate(const QString& story) {
-  const QString s = Trim(Left(story, 16));
-  qsizetype i = 0;
-  int year = 0, month = 0, day = 0;
-  auto sep = [&](QChar c) { return i < s.size() && s[i] == c; };
-  if (!readNumber(s, i, 4, year) || i != 4) return std::nullopt;
-  if (!sep(u'-') && !sep(u'/')) return std::nullopt;
-  const QChar dateSep = s[i++];
-  if (!readNumber(s, i, 2, month) || !sep(dateSep)) return std::nullopt;
-  ++i;
-  if (!readNumber(s, i, 2, day)) return std::nullopt;
-  const QDate date(year, month, day);
-  if (!date.isValid()) return std::nullopt;
-  if (i == s.size()) return date;
-  // The time of day: blanks, then h:mm with optional seconds.
-  if (s[i] != u' ') return std::nullopt;
-  while (i < s.size() && s[i] == u' ') ++i;
-  int hour = 0, minute = 0, second = 0;
-  if (!readNumber(s, i, 2, hour) || !sep(u':')) return std::nullopt;
-  ++i;
-  if (!readNumber(s, i, 2, minute)) return std::nullopt;
-  if (sep(u':')) {
-    ++i;
-    if (!readNumber(s, i, 2, second)) return std::nullopt;
-  }
-  if (i != s.size() || hour > 23 || minute > 59 || second > 59) return std::nullopt;
-  return date;
+  const std::optional<Ymd> d = entryYmd(story);
+  if (!d) return std::nullopt;
+  return QDate(d->year, d->month, d->day);
 }
 
 bool IsOkItem(QString& story, int okTimes, int addNum, int passDays, const QString& answer, bool isChaJuan,
               const QDate& today) {
-  story = Trim(story);
-  const qsizetype n = Len(story) / 20;
-  if (n == 0) return true;
-  const std::optional<QDate> d = EntryDate(story);
-  if (!d) return false;  // the conversion fails: not due
-  const int passed = (today.year() - d->year()) * 365 + (today.month() - d->month()) * 30 + (today.day() - d->day());
-  if (passed < passDays) return false;
-  if (Trim(Right(story, 4)) != Trim(answer)) {
-    // The oldest entry is a wrong answer; n - 1 right answers came after it.
-    if (isChaJuan) return true;
-    return n - 1 < okTimes + addNum;
-  }
-  return n < okTimes;
+  if (!story.isEmpty() && (story.front() == u' ' || story.back() == u' ')) story = Trim(story);
+  return isDue(story, Schedule{okTimes, addNum, passDays, isChaJuan, today}, ymdOf(today), answer);
 }
 
 qint16 MonthDayStamp(const QDate& date) { return static_cast<qint16>(Val(CStr(date.month()) + CStr(date.day()))); }
 
-bool NewIniDbfData(const QString& folder, const QString& faceTable, const QString& itemTable, const ItemIndex& index,
+bool NewIniDbfData(const QString& folder, const QString& faceTable, const QString&, const ItemIndex& index,
                    const Schedule& schedule, const CountProgress& progress) {
   // One walk of the index gives every bank's numbers; a directory row then
-  // looks its bank up. The per-row walk gives the same numbers, as the test
-  // of a question does not depend on the directory row.
+  // looks its bank up. The walk of the index per directory row gives the
+  // same numbers, as the test of a question does not depend on the row.
+  // The live questions of the index are those of the item table, whose
+  // in-memory copy it is: they give the bar its maximum without reading
+  // the table again.
+  const Ymd today = ymdOf(schedule.today);
   QHash<QString, BankCount> banks;
   banks.reserve(1024);
+  int live = 0;
   for (const ItemRow& row : index) {
     if (!row.valid2) continue;
+    ++live;
     BankCount& c = banks[row.filename];
     ++c.total;
-    QString story = row.story;
-    if (IsOkItem(story, schedule, row.answer)) ++c.ok;
+    if (isDue(trimBlanks(row.story), schedule, today, row.answer)) ++c.ok;
   }
-  return writeIndexCounts(folder, faceTable, itemTable, progress,
+  return writeIndexCounts(folder, faceTable, live, progress,
                           [&banks](const QString& bank) { return banks.value(bank); });
 }
 
 bool NewIniDbfDataByWalk(const QString& folder, const QString& faceTable, const QString& itemTable,
                          const ItemIndex& index, const Schedule& schedule, const CountProgress& progress) {
-  return writeIndexCounts(folder, faceTable, itemTable, progress, [&](const QString& bank) {
+  return writeIndexCounts(folder, faceTable, liveQuestionCount(folder, itemTable), progress, [&](const QString& bank) {
     BankCount c;
     for (const ItemRow& row : index) {
       if (row.filename != bank || !row.valid2) continue;

@@ -61,14 +61,16 @@ struct CountProgress {
 // bank is the text of b between its last "\" and its last "."; every index row
 // of that bank (column 1) with valid2 true counts in f, and those that pass
 // IsOkItem in oknum. A row without such a file receives the numbers of the
-// row before it (0 and 0 before the first bank). The bar's maximum is the
-// number of live questions of `itemTable`. Returns false when the directory
-// table cannot be opened for writing.
+// row before it (0 and 0 before the first bank). The bar goes from 1 up by
+// one per question counted; its maximum is the number of live questions of
+// the index, the in-memory copy of `itemTable`. Returns false when the
+// directory table cannot be opened for writing.
 bool NewIniDbfData(const QString& folder, const QString& faceTable, const QString& itemTable, const ItemIndex& index,
                    const Schedule& schedule, const CountProgress& progress = {});
 
 // The same count done the long way: one walk of the whole index per directory
-// row. Same results as NewIniDbfData; kept to check the fast count against.
+// row, the bar's maximum from a query of the live rows of `itemTable`. Same
+// numbers as NewIniDbfData; kept to check the fast count against.
 bool NewIniDbfDataByWalk(const QString& folder, const QString& faceTable, const QString& itemTable,
                          const ItemIndex& index, const Schedule& schedule, const CountProgress& progress = {});
 

@@ -241,7 +241,9 @@ TEST(NewIniDbfData, FollowsTheIndexNotTheTable) {
   ItemIndex index = test::IndexOf(items);
   index[0].valid2 = false;  // hidden since the load
   index[1].story = u"no"_qs;
-  NewIniDbfData(t.path(u"\\dbf"_qs), kFace, kItems, index, Sched(1, 1, 30));
+  int maximum = -1;
+  NewIniDbfData(t.path(u"\\dbf"_qs), kFace, kItems, index, Sched(1, 1, 30), {[&](int m) { maximum = m; }, {}});
+  EXPECT_EQ(maximum, 5);  // the live questions of the index
   EXPECT_EQ(test::ColumnOf(t, kFace, u"f"_qs).at(1), u"3"_qs);
   EXPECT_EQ(test::ColumnOf(t, kFace, u"oknum"_qs).at(1), u"2"_qs);
 }
@@ -281,8 +283,10 @@ TEST(NewIniDbfData, SameCountsAsTheWalkOverEveryRow) {
       test::WriteDirectoryTable(*e, kFace, face);
     }
     int va = 0, vb = 0;
-    NewIniDbfData(a.path(u"\\dbf"_qs), kFace, kItems, index, s, {{}, [&](int v) { va = v; }});
-    NewIniDbfDataByWalk(b.path(u"\\dbf"_qs), kFace, kItems, index, s, {{}, [&](int v) { vb = v; }});
+    int ma = 0, mb = 0;
+    NewIniDbfData(a.path(u"\\dbf"_qs), kFace, kItems, index, s, {[&](int m) { ma = m; }, [&](int v) { va = v; }});
+    NewIniDbfDataByWalk(b.path(u"\\dbf"_qs), kFace, kItems, index, s, {[&](int m) { mb = m; }, [&](int v) { vb = v; }});
+    EXPECT_EQ(ma, mb);  // index and table in step: the same maximum
     EXPECT_EQ(test::ColumnOf(a, kFace, u"f"_qs), test::ColumnOf(b, kFace, u"f"_qs));
     EXPECT_EQ(test::ColumnOf(a, kFace, u"oknum"_qs), test::ColumnOf(b, kFace, u"oknum"_qs));
     EXPECT_EQ(va, vb);
