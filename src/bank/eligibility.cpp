@@ -149,8 +149,6 @@ bool IsOkItem(QString& story, int okTimes, int addNum, int passDays, const QStri
   return isDue(story, Schedule{okTimes, addNum, passDays, isChaJuan, today}, ymdOf(today), answer);
 }
 
-qint16 MonthDayStamp(const QDate& date) { return static_cast<qint16>(Val(CStr(date.month()) + CStr(date.day()))); }
-
 bool NewIniDbfData(const QString& folder, const QString& faceTable, const QString&, const ItemIndex& index,
                    const Schedule& schedule, const CountProgress& progress) {
   // One walk of the index gives every bank's numbers; a directory row then

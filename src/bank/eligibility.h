@@ -9,6 +9,9 @@
 // question never done holds "no". A wrong answer replaces the whole record by
 // its own entry, so the oldest entry is the last wrong answer or the very
 // first answer, and every later entry is a right one.
+//
+// The internal bank is counted once a day: the settings keep the day stamp
+// (DayStamp, settings/settings.h) of the last count.
 
 #include <QDate>
 #include <QList>
@@ -44,10 +47,6 @@ inline bool IsOkItem(QString& story, const Schedule& s, const QString& answer) {
 // months, days and hours also with one digit, "/" also as date separator);
 // nothing when they are no valid date and time.
 std::optional<QDate> EntryDate(const QString& story);
-
-// The day stamp: the month and day numbers written one after the other
-// without padding, read as a number (15 November 1115, 5 January 15).
-qint16 MonthDayStamp(const QDate& date);
 
 // What a count reports while it runs: the maximum of the bar once, then the
 // position as questions are counted. Either may be empty.

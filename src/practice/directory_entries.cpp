@@ -2,8 +2,16 @@
 
 #include "bank/eligibility.h"
 #include "bank/tables.h"
+#include "settings/settings.h"
 
 namespace mj {
+
+void SettingsScheduling::reload() { settings_.loadForSettingsWindow(env_); }
+int SettingsScheduling::number(int index) const { return settings_.number(index); }
+qint16 SettingsScheduling::stLastUpdate() const { return settings_.stLastUpdate(); }
+void SettingsScheduling::setStLastUpdate(qint16 stamp) { settings_.setStLastUpdate(stamp); }
+void SettingsScheduling::setTsLastUpdate(qint16 stamp) { settings_.setTsLastUpdate(stamp); }
+void SettingsScheduling::save() { settings_.CreateIni(env_); }
 
 Schedule CurrentSchedule(const AppState& app) {
   return Schedule{app.OkTimes, app.AddNum, app.PassDays, app.IsChaJuan, app.env.today()};
@@ -45,7 +53,7 @@ bool EnterDirectory(AppState& app, DirectoryMode mode, DirectoryEntryUi& ui, Sch
   ui.hideFrames();
   // 9. The count of due questions: the internal bank once a day, the papers
   // every time.
-  const qint16 today = MonthDayStamp(app.env.today());
+  const qint16 today = DayStamp(app.env.today());
   const CountProgress progress{[&ui](int m) { ui.setProgressMaximum(m); }, [&ui](int v) { ui.setProgressValue(v); }};
   if (!simulated) {
     if (today != settings.stLastUpdate()) {

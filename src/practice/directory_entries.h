@@ -52,6 +52,27 @@ class SchedulingSettings {
   virtual void save() = 0;
 };
 
+class Settings;
+
+// The program's settings object behind the entries: a reload reads the file
+// the way the settings window does when it loads (with its fallback when the
+// file can be neither read nor created), the numbers are those its fields
+// show, a save writes the whole file.
+class SettingsScheduling : public SchedulingSettings {
+ public:
+  SettingsScheduling(Settings& settings, const Env& env) : settings_(settings), env_(env) {}
+  void reload() override;
+  int number(int index) const override;
+  qint16 stLastUpdate() const override;
+  void setStLastUpdate(qint16 stamp) override;
+  void setTsLastUpdate(qint16 stamp) override;
+  void save() override;
+
+ private:
+  Settings& settings_;
+  Env env_;
+};
+
 // Texts of Label7 while a count runs.
 inline const QString kCountingShiTi =
     QStringLiteral("隔天，或有做题记录，则要统计一次满足你的设置条件的一般试题数，请稍候……");

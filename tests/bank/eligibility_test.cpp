@@ -165,14 +165,6 @@ TEST(EntryDate, ReadsTheFirstSixteenCharacters) {
   EXPECT_FALSE(EntryDate(u"2003-06-26 10"_qs));
 }
 
-TEST(DayStamp, MonthAndDayWithoutPadding) {
-  EXPECT_EQ(MonthDayStamp(QDate(2026, 11, 15)), 1115);
-  EXPECT_EQ(MonthDayStamp(QDate(2026, 11, 1)), 111);
-  EXPECT_EQ(MonthDayStamp(QDate(2026, 1, 11)), 111);
-  EXPECT_EQ(MonthDayStamp(QDate(2026, 1, 5)), 15);
-  EXPECT_EQ(MonthDayStamp(QDate(2026, 12, 31)), 1231);
-}
-
 // --- the counts ---
 
 namespace {

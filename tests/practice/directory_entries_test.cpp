@@ -4,6 +4,7 @@
 
 #include <QFile>
 
+#include "settings/settings.h"
 #include "support/directory_tables.h"
 #include "support/printers.h"
 #include "support/test_env.h"
@@ -253,4 +254,70 @@ TEST(DirectoryEntries, MissingDirectoryTableShowsAnEmptyGrid) {
   EXPECT_TRUE(f.ui.directoryShown);
   EXPECT_EQ(f.ui.shown.rowCount(), 0);
   EXPECT_EQ(f.ui.shown.text(0, kColTotal), u"总题数      "_qs);
+}
+
+TEST(DirectoryEntries, StampAmbiguityIsAccepted) {
+  // 1 November and 11 January give the same stamp: no count on 11 January
+  // after a count on 1 November.
+  Folder f;
+  f.settings.fileSt = 111;
+  f.t.clock.setDate(QDate(2027, 1, 11));
+  ShiTi(f.app, f.ui, f.settings);
+  EXPECT_TRUE(f.ui.countTexts.isEmpty());
+}
+
+TEST(DirectoryEntries, SettingsFileIsReloadedAndTheStampSaved) {
+  Folder f;
+  const QString ini =
+      u"STOKTIMES=3\r\nSTADDNUM=2\r\nSTPASSDAYS=5\r\nTSOKTIMES=0\r\nTSADDNUM=4\r\nTSPASSDAYS=7\r\n"
+      u"PUBFONTSIZE=15\r\nPUBBACKCOLOR=16777215\r\nPUBFORECOLOR=0\r\nSTLASTUPDATE=1120\r\n"
+      u"TSLASTUPDATE=1120\r\nPUBFONTNAME=宋体\r\nPUBFONTIT=FALSE\r\nPUBFONTBOLD=FALSE\r\n"_qs;
+  f.t.writeGbk(u"\\ini\\userself.ini"_qs, ini);
+  Settings settings;
+  SettingsScheduling scheduling(settings, f.t.env);
+  ASSERT_TRUE(ShiTi(f.app, f.ui, scheduling));
+  EXPECT_EQ(f.app.OkTimes, 3);
+  EXPECT_EQ(f.app.AddNum, 2);
+  EXPECT_EQ(f.app.PassDays, 5);
+  EXPECT_EQ(f.ui.countTexts.size(), 1);
+  QString expected = ini;
+  expected.replace(u"STLASTUPDATE=1120"_qs, u"STLASTUPDATE=1121"_qs);
+  EXPECT_EQ(f.t.readGbk(u"\\ini\\userself.ini"_qs), expected);
+  // The same day again: no count, the file stays.
+  ShiTi(f.app, f.ui, scheduling);
+  EXPECT_EQ(f.ui.countTexts.size(), 1);
+  // The papers: the numbers of the second group, the other stamp.
+  ASSERT_TRUE(CeShi(f.app, f.ui, scheduling));
+  EXPECT_EQ(f.app.OkTimes, 0);
+  EXPECT_EQ(f.app.AddNum, 4);
+  EXPECT_EQ(f.app.PassDays, 7);
+  expected.replace(u"TSLASTUPDATE=1120"_qs, u"TSLASTUPDATE=1121"_qs);
+  EXPECT_EQ(f.t.readGbk(u"\\ini\\userself.ini"_qs), expected);
+}
+
+TEST(DirectoryEntries, MissingSettingsFileIsCreated) {
+  Folder f;
+  f.t.mkdir(u"\\ini"_qs);
+  Settings settings;
+  SettingsScheduling scheduling(settings, f.t.env);
+  ASSERT_TRUE(ShiTi(f.app, f.ui, scheduling));
+  // The first defaults: 1, 1, 30 and today's stamp, so no count today.
+  EXPECT_EQ(f.app.OkTimes, 1);
+  EXPECT_EQ(f.app.AddNum, 1);
+  EXPECT_EQ(f.app.PassDays, 30);
+  EXPECT_TRUE(f.ui.countTexts.isEmpty());
+  EXPECT_TRUE(f.t.readGbk(u"\\ini\\userself.ini"_qs).contains(u"STLASTUPDATE=1121\r\n"_qs));
+}
+
+TEST(DirectoryEntries, UnwritableSettingsFileFallsBackLikeTheSettingsWindow) {
+  Folder f;  // no \ini folder: the file can be neither read nor created
+  Settings settings;
+  SettingsScheduling scheduling(settings, f.t.env);
+  ASSERT_TRUE(ShiTi(f.app, f.ui, scheduling));
+  // The second defaults: 2, 1, 30 and stamps 0, so the count runs.
+  EXPECT_EQ(f.app.OkTimes, 2);
+  EXPECT_EQ(f.app.AddNum, 1);
+  EXPECT_EQ(f.app.PassDays, 30);
+  EXPECT_EQ(f.ui.countTexts.size(), 1);
+  EXPECT_EQ(settings.stLastUpdate(), 1121);
 }
