@@ -1,7 +1,10 @@
 #include "practice/directory_widget.h"
 
+#include <QApplication>
 #include <QFontMetrics>
 #include <QHeaderView>
+#include <QLabel>
+#include <QProgressBar>
 
 #include "platform/clock.h"
 #include "platform/messagebox.h"
@@ -68,10 +71,16 @@ void DirectoryGrid::refresh() {
     item->setTextAlignment(alignmentOf(cell.alignment));
     item->setFont(headerFont);
     setHorizontalHeaderItem(c, item);
-    // The format text sets the width from its text; the screen factor widens it.
+    // The format text sets the width from its text; the screen factor widens
+    // it. The caption at its own size always fits, except in the narrow
+    // fixed column.
     const bool shown = c == kColFixed || IsVisibleColumn(c);
     setColumnHidden(c, !shown);
-    if (shown) setColumnWidth(c, static_cast<int>((base.horizontalAdvance(cell.text) + 8) * scaleX_));
+    if (shown) {
+      const int scaled = static_cast<int>((base.horizontalAdvance(cell.text) + 8) * scaleX_);
+      const int caption = QFontMetrics(headerFont).horizontalAdvance(cell.text) + 16;
+      setColumnWidth(c, c == kColFixed ? scaled : qMax(scaled, caption));
+    }
   }
   horizontalHeader()->setFixedHeight(
       qMax(static_cast<int>(kHeaderRowHeight * scaleY_ / 15), QFontMetrics(headerFont).height() + 6));
@@ -116,6 +125,73 @@ DirectoryClick DirectoryGrid::clickRow(int row) {
     emit leafClicked(row);
   }
   return what;
+}
+
+// --- the main window's side of the entries ---
+
+GridFaceUi::~GridFaceUi() {
+  if (waiting_) QApplication::restoreOverrideCursor();
+}
+
+bool GridFaceUi::needsData() { return p_.needsData ? p_.needsData() : true; }
+
+void GridFaceUi::prepareGridFace() {
+  if (p_.showGridFace) p_.showGridFace();
+  if (p_.grid) {
+    QPalette pal = p_.grid->palette();
+    pal.setColor(QPalette::Text, Qt::black);
+    p_.grid->setPalette(pal);
+  }
+}
+
+void GridFaceUi::setWaitCursor(bool on) {
+  if (on == waiting_) return;
+  waiting_ = on;
+  if (on)
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+  else
+    QApplication::restoreOverrideCursor();
+}
+
+void GridFaceUi::hideFrames() {
+  for (QWidget* f : p_.frames) f->setVisible(false);
+}
+
+void GridFaceUi::showCounting(const QString& text) {
+  if (p_.label) {
+    p_.label->setText(text);
+    p_.label->setVisible(true);
+  }
+  if (p_.progress) {
+    p_.progress->setRange(0, 100);
+    p_.progress->setValue(0);
+    p_.progress->setVisible(true);
+  }
+  // Let the label and the bar be drawn before the count starts; no input is
+  // taken meanwhile.
+  if (p_.window) p_.window->update();
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void GridFaceUi::setProgressMaximum(int maximum) {
+  if (p_.progress) p_.progress->setRange(0, qMax(0, maximum));
+}
+
+void GridFaceUi::setProgressValue(int value) {
+  // A value past the end leaves the bar full.
+  if (p_.progress) p_.progress->setValue(qBound(p_.progress->minimum(), value, p_.progress->maximum()));
+}
+
+void GridFaceUi::hideCounting() {
+  if (p_.label) p_.label->setVisible(false);
+  if (p_.progress) p_.progress->setVisible(false);
+}
+
+void GridFaceUi::showDirectory(const Directory& directory) {
+  if (!p_.grid) return;
+  p_.grid->showDirectory(directory, p_.scaleX, p_.scaleY);
+  p_.grid->setVisible(true);
+  if (p_.window) p_.window->update();
 }
 
 }  // namespace mj

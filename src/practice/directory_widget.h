@@ -3,10 +3,16 @@
 // its header row, hidden columns and rows, and the blue look of headings. A
 // click on a heading opens or closes it; a click on a bank is announced.
 
+#include <QList>
 #include <QTableWidget>
+#include <functional>
 
 #include "platform/env.h"
 #include "practice/directory.h"
+#include "practice/directory_entries.h"
+
+class QLabel;
+class QProgressBar;
 
 namespace mj {
 
@@ -45,6 +51,38 @@ class DirectoryGrid : public QTableWidget {
   Directory directory_;
   double scaleX_ = 1.0;
   double scaleY_ = 1.0;
+};
+
+// The main window's side of the directory entries, over its controls.
+class GridFaceUi : public DirectoryEntryUi {
+ public:
+  struct Parts {
+    std::function<bool()> needsData;     // the unpack entry runs when the data set is missing
+    std::function<void()> showGridFace;  // news labels hidden, the grid face shown
+    QWidget* window = nullptr;           // refreshed while a count runs
+    QLabel* label = nullptr;             // Label7
+    QProgressBar* progress = nullptr;    // ProgressBar1
+    DirectoryGrid* grid = nullptr;       // MSFlexGrid1
+    QList<QWidget*> frames;              // the Frame1 array
+    double scaleX = 1.0;
+    double scaleY = 1.0;
+  };
+  explicit GridFaceUi(Parts parts) : p_(std::move(parts)) {}
+  ~GridFaceUi() override;
+
+  bool needsData() override;
+  void prepareGridFace() override;
+  void setWaitCursor(bool on) override;
+  void hideFrames() override;
+  void showCounting(const QString& text) override;
+  void setProgressMaximum(int maximum) override;
+  void setProgressValue(int value) override;
+  void hideCounting() override;
+  void showDirectory(const Directory& directory) override;
+
+ private:
+  Parts p_;
+  bool waiting_ = false;
 };
 
 }  // namespace mj
