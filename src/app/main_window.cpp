@@ -27,6 +27,8 @@
 #include "platform/desktop_services_widget.h"
 #include "platform/paths.h"
 #include "platform/vbtext.h"
+#include "practice/directory_entries.h"
+#include "practice/directory_widget.h"
 #include "settings/help.h"
 #include "settings/help_window.h"
 #include "settings/settings.h"
@@ -111,17 +113,22 @@ void Form1::buildMenu() {
 
   // Entries whose windows come with later parts of the program stay disabled
   // until they are wired.
-  for (QAction* a : {ShiTi, CeShi, ChaJuan, OutShiTi, zsd, AddNewLaw, DoneGuess, DoneNewItem, DoneNewByLawName,
-                     NewerProgram, RiZhi, FGCX})
+  for (QAction* a : {OutShiTi, zsd, AddNewLaw, DoneGuess, DoneNewItem, DoneNewByLawName, NewerProgram, RiZhi, FGCX})
     a->setEnabled(false);
 
   connect(MyConfigMenu, &QAction::triggered, this, [this] {
     if (needsData()) settingsWindow()->openWindow();
   });
 
+  connect(ShiTi, &QAction::triggered, this, [this] { openDirectory(DirectoryMode::ShiTi); });
+  connect(CeShi, &QAction::triggered, this, [this] { openDirectory(DirectoryMode::CeShi); });
+  connect(ChaJuan, &QAction::triggered, this, [this] { openDirectory(DirectoryMode::ChaJuan); });
+
   connect(HelpGuess, &QAction::triggered, this, [this] {
-    env().msgBox(QStringLiteral("如果您在做题时先点一下“也许是……”则程序会作出记录，并按时期、对、错进行分类，将来您可以有条件的进行复习。"), 0,
-                 QStringLiteral("模糊题功能说明"));
+    env().msgBox(
+        QStringLiteral(
+            "如果您在做题时先点一下“也许是……”则程序会作出记录，并按时期、对、错进行分类，将来您可以有条件的进行复习。"),
+        0, QStringLiteral("模糊题功能说明"));
   });
   connect(Help4New, &QAction::triggered, this,
           [this] { ShellOpen(env(), env().path(QStringLiteral("\\readme\\autonewer.htm"))); });
@@ -134,8 +141,9 @@ void Form1::buildMenu() {
   });
   connect(HelpWeb, &QAction::triggered, this, [this] { ShellOpen(env(), supportSite()); });
   connect(HelpYou, &QAction::triggered, this, [this] {
-    env().msgBox(QStringLiteral("    你可以在每个界面上按F1功能键调出当") + kCrLf + QStringLiteral("前界面的详细说明，注意，带有“●”号的") +
-                 kCrLf + QStringLiteral("功能在界面里不能直接看出来，为必看项。"));
+    env().msgBox(QStringLiteral("    你可以在每个界面上按F1功能键调出当") + kCrLf +
+                 QStringLiteral("前界面的详细说明，注意，带有“●”号的") + kCrLf +
+                 QStringLiteral("功能在界面里不能直接看出来，为必看项。"));
   });
   connect(MmExit, &QAction::triggered, this, &QWidget::close);
 }
@@ -189,11 +197,11 @@ void Form1::buildFaces() {
   ProgressBar1->setObjectName(QStringLiteral("ProgressBar1"));
   ProgressBar1->setVisible(false);
   gv->addWidget(ProgressBar1);
-  MSFlexGrid1 = new QTableWidget;
-  MSFlexGrid1->setObjectName(QStringLiteral("MSFlexGrid1"));
+  MSFlexGrid1 = new DirectoryGrid;
+  MSFlexGrid1->setEnv(&app_.env);
   MSFlexGrid2 = new QTableWidget;
   MSFlexGrid2->setObjectName(QStringLiteral("MSFlexGrid2"));
-  for (QTableWidget* g : {MSFlexGrid1, MSFlexGrid2}) {
+  for (QTableWidget* g : {static_cast<QTableWidget*>(MSFlexGrid1), MSFlexGrid2}) {
     g->setEditTriggers(QAbstractItemView::NoEditTriggers);
     g->verticalHeader()->setVisible(false);
     g->setVisible(false);
@@ -218,6 +226,20 @@ void Form1::buildFaces() {
   fv->addWidget(Text3);
   faces_->addWidget(practicePage);
   faces_->setCurrentWidget(startPage);
+}
+
+void Form1::openDirectory(DirectoryMode mode) {
+  if (inDirectoryEntry_) return;
+  inDirectoryEntry_ = true;
+  GridFaceUi ui({[this] { return needsData(); },
+                 [this] {
+                   ShowNewsLabels(false);
+                   showGrids();
+                 },
+                 this, Label7, ProgressBar1, MSFlexGrid1, Frame1, app_.ScaleX, app_.ScaleY});
+  SettingsWindowScheduling scheduling(*settingsWindow(), *settings_, env());
+  EnterDirectory(app_, mode, ui, scheduling);
+  inDirectoryEntry_ = false;
 }
 
 void Form1::showStartPage() { faces_->setCurrentWidget(startPage); }
@@ -367,8 +389,10 @@ void Form1::showNotices() {
     if (!n.link.isEmpty()) {
       const QString cur = env().path(QStringLiteral("\\ini\\mmpoint.cur"));
       QPixmap pm;
-      if (FileExists(cur) && pm.load(ResolveCase(cur))) l->setCursor(QCursor(pm));
-      else l->setCursor(Qt::PointingHandCursor);
+      if (FileExists(cur) && pm.load(ResolveCase(cur)))
+        l->setCursor(QCursor(pm));
+      else
+        l->setCursor(Qt::PointingHandCursor);
     } else {
       l->unsetCursor();
     }

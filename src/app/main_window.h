@@ -23,6 +23,8 @@ class QTimer;
 
 namespace mj {
 
+class DirectoryGrid;
+enum class DirectoryMode;
 class Form4;
 class Form8;
 class Form18;
@@ -48,6 +50,10 @@ class Form1 : public QMainWindow {
   // Runs the unpack entry instead of the caller's work when the data set is
   // missing; true when the data set is there.
   bool needsData();
+
+  // The menu entries 内部题库, 摸拟试卷 and 查卷: the directory of the mode,
+  // counted when due, on the grid face.
+  void openDirectory(DirectoryMode mode);
 
   // Faces of the client area.
   void showStartPage();
@@ -101,17 +107,17 @@ class Form1 : public QMainWindow {
   // Start page.
   QWidget* startPage = nullptr;
   QLabel* Picture1 = nullptr;
-  QLabel* Label12 = nullptr;    // the slogan
-  QList<QLabel*> Label14;       // notices 0..24
+  QLabel* Label12 = nullptr;  // the slogan
+  QList<QLabel*> Label14;     // notices 0..24
   // Grid face.
   QWidget* gridPage = nullptr;
-  QTableWidget* MSFlexGrid1 = nullptr;  // directory of banks
-  QTableWidget* MSFlexGrid2 = nullptr;  // lists of days and questions
-  QLabel* Label7 = nullptr;             // text while a count runs
+  DirectoryGrid* MSFlexGrid1 = nullptr;  // directory of banks
+  QTableWidget* MSFlexGrid2 = nullptr;   // lists of days and questions
+  QLabel* Label7 = nullptr;              // text while a count runs
   QProgressBar* ProgressBar1 = nullptr;
   // Practice face.
   QWidget* practicePage = nullptr;
-  QList<QWidget*> Frame1;  // frames of the client area; index 3 is the practice frame
+  QList<QWidget*> Frame1;      // frames of the client area; index 3 is the practice frame
   QTextEdit* Text3 = nullptr;  // the question box
 
   QTimer* Timer1 = nullptr;  // one second, while the program runs
@@ -133,6 +139,7 @@ class Form1 : public QMainWindow {
   AppState app_;
   std::unique_ptr<Settings> settings_;
   Form4* form4_ = nullptr;
+  bool inDirectoryEntry_ = false;  // a count lets events through: no second entry meanwhile
   QStackedWidget* faces_ = nullptr;
   Form8* splash_ = nullptr;
   Form18* help_ = nullptr;

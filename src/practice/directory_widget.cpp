@@ -4,10 +4,13 @@
 #include <QFontMetrics>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QProgressBar>
 
 #include "platform/clock.h"
 #include "platform/messagebox.h"
+#include "platform/vbtext.h"
+#include "settings/settings_window.h"
 
 namespace mj {
 
@@ -27,8 +30,8 @@ QColor colorOf(unsigned colorNumber) {
 DirectoryGrid::DirectoryGrid(QWidget* parent) : QTableWidget(parent) {
   setObjectName(QStringLiteral("MSFlexGrid1"));
   setEditTriggers(QAbstractItemView::NoEditTriggers);
-  setSelectionBehavior(QAbstractItemView::SelectRows);
-  setSelectionMode(QAbstractItemView::SingleSelection);
+  // No selection colour over the rows: the blue of the headings stays visible.
+  setSelectionMode(QAbstractItemView::NoSelection);
   setWordWrap(false);
   verticalHeader()->setVisible(false);
   horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -128,6 +131,12 @@ DirectoryClick DirectoryGrid::clickRow(int row) {
 }
 
 // --- the main window's side of the entries ---
+
+void SettingsWindowScheduling::reload() { window_.loadWindow(); }
+
+int SettingsWindowScheduling::number(int index) const {
+  return static_cast<qint16>(Val(window_.numText(index)->text()));
+}
 
 GridFaceUi::~GridFaceUi() {
   if (waiting_) QApplication::restoreOverrideCursor();

@@ -15,6 +15,10 @@ class QLabel;
 class QProgressBar;
 
 namespace mj {
+class Form4;
+}
+
+namespace mj {
 
 class DirectoryGrid : public QTableWidget {
   Q_OBJECT
@@ -51,6 +55,20 @@ class DirectoryGrid : public QTableWidget {
   Directory directory_;
   double scaleX_ = 1.0;
   double scaleY_ = 1.0;
+};
+
+// The settings as the entries read them through the settings window: a
+// reload is the window's load procedure, the numbers are what its fields
+// NumText(i) show.
+class SettingsWindowScheduling : public SettingsScheduling {
+ public:
+  SettingsWindowScheduling(Form4& window, Settings& settings, const Env& env)
+      : SettingsScheduling(settings, env), window_(window) {}
+  void reload() override;
+  int number(int index) const override;
+
+ private:
+  Form4& window_;
 };
 
 // The main window's side of the directory entries, over its controls.
