@@ -125,10 +125,8 @@ void Form1::buildMenu() {
   connect(ChaJuan, &QAction::triggered, this, [this] { openDirectory(DirectoryMode::ChaJuan); });
 
   connect(HelpGuess, &QAction::triggered, this, [this] {
-    env().msgBox(
-        QStringLiteral(
-            "如果您在做题时先点一下“也许是……”则程序会作出记录，并按时期、对、错进行分类，将来您可以有条件的进行复习。"),
-        0, QStringLiteral("模糊题功能说明"));
+    env().msgBox(QStringLiteral("如果您在做题时先点一下“也许是……”则程序会作出记录，并按时期、对、错进行分类，将来您可以有条件的进行复习。"), 0,
+                 QStringLiteral("模糊题功能说明"));
   });
   connect(Help4New, &QAction::triggered, this,
           [this] { ShellOpen(env(), env().path(QStringLiteral("\\readme\\autonewer.htm"))); });
@@ -141,9 +139,8 @@ void Form1::buildMenu() {
   });
   connect(HelpWeb, &QAction::triggered, this, [this] { ShellOpen(env(), supportSite()); });
   connect(HelpYou, &QAction::triggered, this, [this] {
-    env().msgBox(QStringLiteral("    你可以在每个界面上按F1功能键调出当") + kCrLf +
-                 QStringLiteral("前界面的详细说明，注意，带有“●”号的") + kCrLf +
-                 QStringLiteral("功能在界面里不能直接看出来，为必看项。"));
+    env().msgBox(QStringLiteral("    你可以在每个界面上按F1功能键调出当") + kCrLf + QStringLiteral("前界面的详细说明，注意，带有“●”号的") +
+                 kCrLf + QStringLiteral("功能在界面里不能直接看出来，为必看项。"));
   });
   connect(MmExit, &QAction::triggered, this, &QWidget::close);
 }
@@ -389,10 +386,8 @@ void Form1::showNotices() {
     if (!n.link.isEmpty()) {
       const QString cur = env().path(QStringLiteral("\\ini\\mmpoint.cur"));
       QPixmap pm;
-      if (FileExists(cur) && pm.load(ResolveCase(cur)))
-        l->setCursor(QCursor(pm));
-      else
-        l->setCursor(Qt::PointingHandCursor);
+      if (FileExists(cur) && pm.load(ResolveCase(cur))) l->setCursor(QCursor(pm));
+      else l->setCursor(Qt::PointingHandCursor);
     } else {
       l->unsetCursor();
     }
