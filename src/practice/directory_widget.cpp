@@ -63,7 +63,8 @@ void DirectoryGrid::refresh() {
   setColumnCount(kDirectoryColumnCount);
   setRowCount(d.rowCount());
 
-  // The header row: the texts of the format, at size 15, 400 twips high.
+  // The header row: the texts of the format, at size 15 from column 1 on,
+  // 400 twips high.
   QFont headerFont = font();
   headerFont.setPointSize(kHeaderFontSize);
   horizontalHeader()->setFont(headerFont);
@@ -72,7 +73,7 @@ void DirectoryGrid::refresh() {
     const Directory::HeaderCell cell = c < d.header().size() ? d.header()[c] : Directory::HeaderCell{u'<', QString()};
     auto* item = new QTableWidgetItem(cell.text);
     item->setTextAlignment(alignmentOf(cell.alignment));
-    item->setFont(headerFont);
+    item->setFont(c == kColFixed ? font() : headerFont);
     setHorizontalHeaderItem(c, item);
     // The format text sets the width from its text; the screen factor widens
     // it. The caption at its own size always fits, except in the narrow
