@@ -198,6 +198,18 @@ bool IniDbfData(const QString& folder, const QString& faceTable, const QString& 
   const int fieldOk = face.fieldIndex(QStringLiteral("oknum"));
   const int fieldStory = items.fieldIndex(QStringLiteral("story"));
   const int fieldAnswer = items.fieldIndex(QStringLiteral("answer"));
+  // The rows of each bank in table order: one walk of the table gives what
+  // a query per bank (filename = bank) would.
+  struct Question {
+    QString story;
+    QString answer;
+  };
+  QHash<QString, QList<Question>> byBank;
+  const int fieldName = items.fieldIndex(QStringLiteral("filename"));
+  if (fieldName >= 0) {
+    for (int q : items.rows())
+      byBank[items.text(q, fieldName)].append({items.text(q, fieldStory), items.text(q, fieldAnswer)});
+  }
   Breather breather;
   QString bank;
   int count = 0;
@@ -207,11 +219,14 @@ bool IniDbfData(const QString& folder, const QString& faceTable, const QString& 
       // A name too short for the 6 characters leaves the bank as it was.
       if (const std::optional<QString> m = MidChecked(b, Len(b) - 9, 6)) bank = *m;
       count = 0;
-      for (int q : Select(items, {{QStringLiteral("filename"), bank}})) {
-        QString story = items.text(q, fieldStory);
-        if (IsOkItem(story, schedule, items.text(q, fieldAnswer))) ++count;
-        if (progress.setValue) progress.setValue(++bar);
-        breather.tick();
+      const auto found = byBank.constFind(bank);
+      if (found != byBank.cend()) {
+        for (const Question& q : *found) {
+          QString story = q.story;
+          if (IsOkItem(story, schedule, q.answer)) ++count;
+          if (progress.setValue) progress.setValue(++bar);
+          breather.tick();
+        }
       }
     }
     face.setNumber(r, fieldOk, count);

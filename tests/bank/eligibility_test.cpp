@@ -316,6 +316,27 @@ TEST(IniDbfData, BankIsTheSixCharactersBeforeTheExtension) {
   EXPECT_EQ(test::ColumnOf(t, u"csface.mmd"_qs, u"oknum"_qs), (QStringList{u"2"_qs, u"1"_qs, u"1"_qs}));
 }
 
+TEST(IniDbfData, BankListedTwiceIsCountedTwice) {
+  test::TestEnv t;
+  test::WriteItemTable(t, u"csitems.mmd"_qs, SmallBank());
+  test::WriteDirectoryTable(t, u"csface.mmd"_qs,
+                            {{u"一"_qs, u"\\moniti\\010011.mmd"_qs}, {u"二"_qs, u"\\moniti\\010011.mmd"_qs}});
+  int last = -1;
+  IniDbfData(t.path(u"\\dbf"_qs), u"csface.mmd"_qs, u"csitems.mmd"_qs, Sched(1, 1, 30), {{}, [&](int v) { last = v; }});
+  EXPECT_EQ(test::ColumnOf(t, u"csface.mmd"_qs, u"oknum"_qs), (QStringList{u"3"_qs, u"3"_qs}));
+  EXPECT_EQ(last, 10);  // five questions tested for each row
+}
+
+TEST(IniDbfData, MissingTables) {
+  test::TestEnv t;
+  test::WriteDirectoryTable(t, u"csface.mmd"_qs, {{u"一"_qs, u"\\moniti\\010011.mmd"_qs}});
+  // No item table: every bank counts 0.
+  EXPECT_TRUE(IniDbfData(t.path(u"\\dbf"_qs), u"csface.mmd"_qs, u"csitems.mmd"_qs, Sched(1, 1, 30)));
+  EXPECT_EQ(test::ColumnOf(t, u"csface.mmd"_qs, u"oknum"_qs), QStringList{u"0"_qs});
+  // No directory table: nothing to write.
+  EXPECT_FALSE(IniDbfData(t.path(u"\\dbf"_qs), u"nothere.mmd"_qs, u"csitems.mmd"_qs, Sched(1, 1, 30)));
+}
+
 // --- the run list ---
 
 TEST(GetLongID, DueLiveQuestionsOfOneBankInTableOrder) {
