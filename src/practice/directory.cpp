@@ -1,6 +1,7 @@
 #include "practice/directory.h"
 
 #include "app/text_toolkit.h"
+#include "bank/bank_text.h"
 #include "platform/dbftable.h"
 #include "platform/paths.h"
 #include "platform/vbtext.h"
@@ -72,11 +73,6 @@ bool HeadingRange(const QString& flag, long long& first, long long& last) {
   first = static_cast<long long>(Val(Left(flag, dash - 1)));
   last = static_cast<long long>(Val(Mid(flag, dash + 1)));
   return true;
-}
-
-bool FlagHolds(const QString& flag, long long row) {
-  long long a = 0, b = 0;
-  return HeadingRange(flag, a, b) && a <= row && row <= b;
 }
 
 // --- binding ---
@@ -255,7 +251,7 @@ void Directory::addRunCounters(int gridRow, long long runSeconds, long long done
   addAll(gridRow);
   runStatText += GetStrFromNum(gridRow, 5) + GetStrFromNum(doneInRun, 5) + GetStrFromNum(rightInRun, 5);
   for (int r = 1; r <= rowCount(); ++r)
-    if (FlagHolds(text(r, kColFlag), gridRow) && hasSign(text(r, kColLabel))) addAll(r);
+    if (IsInTheFlag(text(r, kColFlag), gridRow) && hasSign(text(r, kColLabel))) addAll(r);
 }
 
 DirectoryClick ClickDirectoryRow(Directory& directory, int row, const Env& env) {

@@ -65,10 +65,9 @@ QString GridFormatText(DirectoryMode mode);
 QString ScoreText(double done, double right);
 
 // The bounds of a heading's flag "a-b": true when the text holds a "-"; a
-// and b are the numbers before and behind it (0 when there is none).
+// and b are the numbers before and behind it (0 when there is none). Whether
+// a row lies in the range is IsInTheFlag (bank/bank_text.h).
 bool HeadingRange(const QString& flag, long long& first, long long& last);
-// True when `flag` has the form "a-b" and a <= row <= b.
-bool FlagHolds(const QString& flag, long long row);
 
 class Directory {
  public:

@@ -1,6 +1,7 @@
 #include "practice/directory_entries.h"
 
 #include "bank/eligibility.h"
+#include "bank/item_index.h"
 #include "bank/tables.h"
 #include "settings/settings.h"
 
@@ -24,7 +25,7 @@ bool EnterDirectory(AppState& app, DirectoryMode mode, DirectoryEntryUi& ui, Sch
   // 2. The grid face instead of the start page.
   ui.prepareGridFace();
   // 3. The working index: the whole bank, or nothing for the papers.
-  app.ItemData = simulated ? app.CsItemData : app.AllItemData;
+  SetWorkItemData(app.ItemData, simulated ? app.CsItemData : app.AllItemData);
   // 4. Mode flags.
   app.IsSimulated = simulated;
   app.IsChaJuan = mode == DirectoryMode::ChaJuan;

@@ -128,10 +128,6 @@ TEST(DirectoryFlag, RangeOfAHeading) {
   EXPECT_EQ(b, 0);
   EXPECT_FALSE(HeadingRange(u"12"_qs, a, b));
   EXPECT_FALSE(HeadingRange(QString(), a, b));
-  EXPECT_TRUE(FlagHolds(u"2-7"_qs, 2));
-  EXPECT_TRUE(FlagHolds(u"2-7"_qs, 7));
-  EXPECT_FALSE(FlagHolds(u"2-7"_qs, 8));
-  EXPECT_FALSE(FlagHolds(u"7"_qs, 7));
 }
 
 // --- the whole grid ---

@@ -61,8 +61,6 @@ struct Window {
                  u"TSLASTUPDATE=1120\r\nPUBFONTNAME=宋体\r\nPUBFONTIT=FALSE\r\nPUBFONTBOLD=FALSE\r\n"_qs);
     form = std::make_unique<Form1>(t.env);
     form->load();
-    // The index as the start-up reads it from items.mmd.
-    if (form->state().AllItemData.isEmpty()) form->state().AllItemData = test::IndexOf(kItems);
   }
   DirectoryGrid* grid() const { return form->MSFlexGrid1; }
 };
@@ -105,7 +103,9 @@ TEST(DirectoryWindow, ShiTiShowsTheInternalBanks) {
   EXPECT_FALSE(a.AutoNext);
   EXPECT_EQ(a.FaceTable, u"33ok.mmd"_qs);
   EXPECT_EQ(a.ItemTable, u"items.mmd"_qs);
-  EXPECT_EQ(a.ItemData.size(), kItems.size());
+  // The working index is the whole index read at start.
+  ASSERT_EQ(a.AllItemData.size(), kItems.size());
+  EXPECT_TRUE(a.ItemData == a.AllItemData);
   EXPECT_EQ(a.OkTimes, 1);
   EXPECT_EQ(a.PassDays, 30);
 
@@ -185,19 +185,6 @@ TEST(DirectoryWindow, DemonstrationData) {
   test::TestEnv t(test::DemoDataDir());
   Form1 form(t.env);
   form.load();
-  if (form.state().AllItemData.isEmpty()) {
-    // The index as the start-up reads it, for a start-up that does not yet.
-    const DbfTable items = DbfTable::open(t.path(u"\\dbf\\items.mmd"_qs));
-    for (int r : items.rows()) {
-      ItemRow row;
-      row.filename = items.trimmedText(r, u"filename"_qs);
-      row.story = items.trimmedText(r, u"story"_qs);
-      row.answer = items.trimmedText(r, u"answer"_qs);
-      row.itemid = items.trimmedText(r, u"itemid"_qs);
-      row.valid2 = items.logical(r, u"valid2"_qs);
-      form.state().AllItemData.append(row);
-    }
-  }
   form.resize(1200, 800);
   form.show();
   // A stamp of another day: the entry counts.
