@@ -13,6 +13,7 @@
 #include "app/main_window.h"
 #include "bank/tables.h"
 #include "platform/dbftable.h"
+#include "platform/vbtext.h"
 #include "practice/directory_widget.h"
 #include "settings/settings.h"
 #include "support/directory_tables.h"
@@ -231,8 +232,38 @@ TEST(DirectoryWindow, DemonstrationData) {
   EXPECT_EQ(g->clickRow(first), DirectoryClick::Toggled);
   EXPECT_TRUE(g->item(first - 1, 1)->text().startsWith(u'-'));
   EXPECT_GT(g->shownRowHeight(static_cast<int>(a)), 0);
+  // A child heading opens one level deeper, its banks indented under it.
+  int child = static_cast<int>(a);
+  while (child <= z && !d.isHeading(child)) ++child;
+  if (child <= z) {
+    long long ca = 0, cz = 0;
+    HeadingRange(d.text(child, kColFlag), ca, cz);
+    EXPECT_TRUE(g->item(child - 1, 1)->text().startsWith(u"    +"_qs));
+    EXPECT_EQ(g->clickRow(child), DirectoryClick::Toggled);
+    for (long long i = ca; i <= cz; ++i) {
+      if (d.isHeading(static_cast<int>(i))) continue;
+      EXPECT_GT(g->shownRowHeight(static_cast<int>(i)), 0);
+      EXPECT_TRUE(g->item(static_cast<int>(i) - 1, 1)->text().startsWith(Space(9)));
+      EXPECT_FALSE(g->item(static_cast<int>(i) - 1, 1)->text().startsWith(Space(10)));
+    }
+  }
   g->grab().save(test::OutputDir() + u"/directory_demo_open.png"_qs);
   form.grab().save(test::OutputDir() + u"/directory_demo_window.png"_qs);
   EXPECT_EQ(g->clickRow(first), DirectoryClick::Toggled);
   for (long long i = a; i <= z; ++i) EXPECT_EQ(g->shownRowHeight(static_cast<int>(i)), 0);
+
+  // The papers: every paper row counted over the table, the label of a
+  // leaf naming a 试卷.
+  form.CeShi->trigger();
+  const Directory& p = g->directory();
+  ASSERT_GT(p.rowCount(), 0);
+  EXPECT_EQ(p.formatText(), GridFormatText(DirectoryMode::CeShi));
+  const QStringList ok = test::ColumnOf(t, u"csface.mmd"_qs, u"oknum"_qs);
+  const QStringList pb = test::ColumnOf(t, u"csface.mmd"_qs, u"b"_qs);
+  for (int r = 0; r < pb.size(); ++r) {
+    if (!pb[r].toUpper().endsWith(u".MMD"_qs)) continue;
+    EXPECT_TRUE(p.text(r + 1, kColLabel).contains(u"试卷"_qs));
+    EXPECT_GT(ok[r].toInt(), 0);
+  }
+  form.grab().save(test::OutputDir() + u"/directory_demo_papers.png"_qs);
 }
