@@ -1,0 +1,40 @@
+// mkdata: builds the demonstration program folder from the sources in
+// data/ and, when a third argument is given, the data package's archive of
+// that folder.
+//
+//   mkdata <data folder> <output folder> [<archive file>]
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QTemporaryDir>
+#include <cstdio>
+
+#include "demo_builder.h"
+#include "pack.h"
+#include "platform/textfile.h"
+
+int main(int argc, char** argv) {
+  // Fonts for the pictures; no window is ever shown.
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QTemporaryDir runtime;
+  if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
+  QGuiApplication app(argc, argv);
+  const QStringList args = app.arguments();
+  if (args.size() != 3 && args.size() != 4) {
+    std::fprintf(stderr, "用法：mkdata <数据源文件夹> <输出文件夹> [<数据包文件>]\n");
+    return 2;
+  }
+  QStringList errors;
+  if (!mkdata::BuildDemo(args[1], args[2], &errors)) {
+    for (const QString& e : errors) std::fprintf(stderr, "mkdata: %s\n", qUtf8Printable(e));
+    return 1;
+  }
+  if (args.size() == 4) {
+    const QByteArray pack = mjpack::Pack(mjpack::ReadTree(args[2]));
+    if (!mj::WriteBytesAtomic(args[3], pack)) {
+      std::fprintf(stderr, "mkdata: %s 无法写入\n", qUtf8Printable(args[3]));
+      return 1;
+    }
+  }
+  return 0;
+}
