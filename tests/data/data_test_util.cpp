@@ -111,9 +111,12 @@ QList<QMap<QString, QString>> TableRows(const QString& path) {
     QMap<QString, QString> row;
     for (int f = 0; f < fields.size(); ++f) {
       QString v;
-      if (fields[f].type == 'L') v = t.isNull(r, f) ? QString() : (t.logical(r, f) ? u"T"_qs : u"F"_qs);
-      else if (fields[f].type == 'N') v = t.isNull(r, f) ? QString() : QString::number(t.number(r, f));
-      else v = t.trimmedText(r, f);
+      if (fields[f].type == 'L')
+        v = t.isNull(r, f) ? QString() : (t.logical(r, f) ? u"T"_qs : u"F"_qs);
+      else if (fields[f].type == 'N')
+        v = t.isNull(r, f) ? QString() : QString::number(t.number(r, f));
+      else
+        v = t.trimmedText(r, f);
       row.insert(fields[f].name.toLower(), v);
     }
     rows.append(row);

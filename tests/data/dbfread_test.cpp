@@ -31,7 +31,8 @@ bool HaveDbfread() {
 // The table as dbfread reads it: {"fields": [...], "rows": [[...], ...]},
 // every value as text (None as null).
 QJsonObject ReadWithDbfread(const QString& path) {
-  const QString script = uR"(
+  const QString script =
+      uR"(
 import json, sys
 from dbfread import DBF
 t = DBF(sys.argv[1], encoding='gbk', char_decode_errors='strict')
@@ -76,8 +77,10 @@ TEST(Dbfread, ReadsTheDemoTablesWithTheirNamesAndGbkText) {
         } else if (type == 'L') {
           EXPECT_EQ(values[f].toString(), t.logical(own[i], f) ? u"T"_qs : u"F"_qs);
         } else if (type == 'N') {
-          if (t.isNull(own[i], f)) EXPECT_TRUE(values[f].isNull());
-          else EXPECT_EQ(values[f].toString().toDouble(), t.number(own[i], f));
+          if (t.isNull(own[i], f))
+            EXPECT_TRUE(values[f].isNull());
+          else
+            EXPECT_EQ(values[f].toString().toDouble(), t.number(own[i], f));
         }
       }
     }

@@ -6,13 +6,13 @@
 #include <gtest/gtest.h>
 
 #include <QDate>
-#include <algorithm>
 #include <QDir>
 #include <QFileInfo>
 #include <QImage>
 #include <QImageReader>
 #include <QRegularExpression>
 #include <QSet>
+#include <algorithm>
 
 #include "app/text_toolkit.h"
 #include "bank/tables.h"
@@ -57,9 +57,9 @@ bool IsRange(const QString& flag, int* a, int* b) {
 }  // namespace
 
 TEST(DemoData, HasEveryFolderOfTheLayout) {
-  const QStringList dirs = {u"\\dbf"_qs,    u"\\yibanti"_qs, u"\\moniti"_qs, u"\\lawtxt"_qs, u"\\readme"_qs,
-                            u"\\外部题库"_qs, u"\\更新的题"_qs, u"\\模糊题"_qs, u"\\知识点"_qs, u"\\新知识点"_qs,
-                            u"\\法律文书"_qs, u"\\ini"_qs};
+  const QStringList dirs = {u"\\dbf"_qs,    u"\\yibanti"_qs,  u"\\moniti"_qs,   u"\\lawtxt"_qs,
+                            u"\\readme"_qs, u"\\外部题库"_qs, u"\\更新的题"_qs, u"\\模糊题"_qs,
+                            u"\\知识点"_qs, u"\\新知识点"_qs, u"\\法律文书"_qs, u"\\ini"_qs};
   for (const QString& d : dirs) EXPECT_TRUE(DirExists(DemoPath(d))) << d.toStdString();
   for (const QString& d : kOutsideFolders) {
     const QString p = DemoPath(u"\\外部题库\\"_qs + d);
@@ -73,15 +73,29 @@ TEST(DemoData, HasEveryFolderOfTheLayout) {
 }
 
 TEST(DemoData, HasEveryFileOfTheLayout) {
-  const QStringList files = {
-      u"\\dbf\\33.mmd"_qs,          u"\\dbf\\33ok.mmd"_qs,       u"\\dbf\\items.mmd"_qs,
-      u"\\dbf\\csface.mmd"_qs,      u"\\dbf\\csitems.mmd"_qs,    u"\\dbf\\listbox.mmd"_qs,
-      u"\\dbf\\dagang.mmd"_qs,      u"\\ini\\emphases.ini"_qs,   u"\\ini\\lumenhelp.ini"_qs,
-      u"\\ini\\newlumen.txt"_qs,    u"\\ini\\sample1.ini"_qs,    u"\\ini\\sample2.ini"_qs,
-      u"\\ini\\shijuan.mmd"_qs,     u"\\ini\\zimu.mmd"_qs,       u"\\ini\\leibie.mmd"_qs,
-      u"\\ini\\jiemian.jpg"_qs,     u"\\ini\\fa.ico"_qs,         u"\\ini\\mmpoint.cur"_qs,
-      u"\\ini\\Help4AddNewLaw.ini"_qs, u"\\ini\\listbox.ini"_qs, u"\\readme\\autonewer.htm"_qs,
-      u"\\外部题库\\外部题库试样1.txt"_qs, u"\\外部题库\\外部题库试样2.txt"_qs};
+  const QStringList files = {u"\\dbf\\33.mmd"_qs,
+                             u"\\dbf\\33ok.mmd"_qs,
+                             u"\\dbf\\items.mmd"_qs,
+                             u"\\dbf\\csface.mmd"_qs,
+                             u"\\dbf\\csitems.mmd"_qs,
+                             u"\\dbf\\listbox.mmd"_qs,
+                             u"\\dbf\\dagang.mmd"_qs,
+                             u"\\ini\\emphases.ini"_qs,
+                             u"\\ini\\lumenhelp.ini"_qs,
+                             u"\\ini\\newlumen.txt"_qs,
+                             u"\\ini\\sample1.ini"_qs,
+                             u"\\ini\\sample2.ini"_qs,
+                             u"\\ini\\shijuan.mmd"_qs,
+                             u"\\ini\\zimu.mmd"_qs,
+                             u"\\ini\\leibie.mmd"_qs,
+                             u"\\ini\\jiemian.jpg"_qs,
+                             u"\\ini\\fa.ico"_qs,
+                             u"\\ini\\mmpoint.cur"_qs,
+                             u"\\ini\\Help4AddNewLaw.ini"_qs,
+                             u"\\ini\\listbox.ini"_qs,
+                             u"\\readme\\autonewer.htm"_qs,
+                             u"\\外部题库\\外部题库试样1.txt"_qs,
+                             u"\\外部题库\\外部题库试样2.txt"_qs};
   for (const QString& f : files) EXPECT_TRUE(FileExists(DemoPath(f))) << f.toStdString();
   // The settings file is the program's to create.
   EXPECT_FALSE(PathExists(DemoPath(u"\\ini\\userself.ini"_qs)));
@@ -112,9 +126,9 @@ TEST(DemoData, TablesHaveTheirFieldsAndCounts) {
     int rows;
   };
   const QList<Expect> expect = {
-      {u"items.mmd"_qs, tables::ItemFields(true), 45},   {u"csitems.mmd"_qs, tables::ItemFields(false), 18},
-      {u"33ok.mmd"_qs, tables::DirectoryFields(), 15},  {u"csface.mmd"_qs, tables::DirectoryFields(), 8},
-      {u"33.mmd"_qs, tables::LawNameFields(), 3},       {u"listbox.mmd"_qs, tables::LawListFields(), 3},
+      {u"items.mmd"_qs, tables::ItemFields(true), 45}, {u"csitems.mmd"_qs, tables::ItemFields(false), 18},
+      {u"33ok.mmd"_qs, tables::DirectoryFields(), 15}, {u"csface.mmd"_qs, tables::DirectoryFields(), 8},
+      {u"33.mmd"_qs, tables::LawNameFields(), 3},      {u"listbox.mmd"_qs, tables::LawListFields(), 3},
       {u"dagang.mmd"_qs, tables::OutlineFields(), 37},
   };
   for (const Expect& e : expect) {
@@ -370,8 +384,8 @@ TEST(DemoData, CitationsPointAtArticlesThatExist) {
       if (titles.size() > 1) ++multiLaw;
       // Every cited law shows in the question's own citation text, and the
       // list has at least the articles named there.
-      const QString block = TextBetween(ReadDemo(BankFileOf(id)),
-                                        u'●' + QString::number(int(Val(Mid(id, 7, 5)))) + u'●', u"●"_qs);
+      const QString block =
+          TextBetween(ReadDemo(BankFileOf(id)), u'●' + QString::number(int(Val(Mid(id, 7, 5)))) + u'●', u"●"_qs);
       const QString citation = FieldOf(block, 2).section(u"参见"_qs, 1).section(kCrLf, 0, 0);
       for (const QString& title : titles) EXPECT_TRUE(citation.contains(title));
       static const QRegularExpression range(u"第([0-9]+)-([0-9]+)条"_qs);
@@ -419,8 +433,8 @@ TEST(DemoData, LawFilesHaveTheLawTextLayout) {
       if (lines[i].startsWith(u"　　附件"_qs)) appendix = true;
     }
     // The articles run 1, 2, 3, ... and none more.
-    const QString body = law.text.left(law.text.contains(u"\r\n　　附件"_qs) ? law.text.indexOf(u"\r\n　　附件"_qs)
-                                                                               : law.text.size());
+    const QString body =
+        law.text.left(law.text.contains(u"\r\n　　附件"_qs) ? law.text.indexOf(u"\r\n　　附件"_qs) : law.text.size());
     int n = 1;
     qsizetype pos = 0;
     while (true) {
@@ -546,7 +560,8 @@ TEST(DemoData, HelpFileHasSectionsOneToEighteen) {
     const qsizetype p = text.indexOf(a);
     EXPECT_GT(p, pos - 1) << n;
     pos = p;
-    const QString section = n < 18 ? TextBetween(text, a, u'[' + QString::number(n + 1) + u']') : text.mid(p + a.size());
+    const QString section =
+        n < 18 ? TextBetween(text, a, u'[' + QString::number(n + 1) + u']') : text.mid(p + a.size());
     EXPECT_GT(section.trimmed().size(), 10) << n;
   }
   EXPECT_FALSE(text.contains(u"[19]"_qs));

@@ -22,8 +22,8 @@ namespace {
 const QString kCrLf = QStringLiteral("\r\n");
 const QString kIndent = QStringLiteral("　　");
 const QString kGap = QStringLiteral("(      )");
-const QStringList kClasses = {QStringLiteral("宪法"),   QStringLiteral("民法"),   QStringLiteral("行政法"),
-                              QStringLiteral("刑法"),   QStringLiteral("商法"),   QStringLiteral("经济法"),
+const QStringList kClasses = {QStringLiteral("宪法"),           QStringLiteral("民法"),  QStringLiteral("行政法"),
+                              QStringLiteral("刑法"),           QStringLiteral("商法"),  QStringLiteral("经济法"),
                               QStringLiteral("国际（经济）法"), QStringLiteral("律师法")};
 const QStringList kPaperGroups = {QStringLiteral("试卷一相关法律、法规"), QStringLiteral("试卷二相关法律、法规"),
                                   QStringLiteral("试卷三相关法律、法规")};
@@ -33,9 +33,10 @@ const QStringList kPaperMarkers = {QString(), QStringLiteral("== 单选题 =="),
                                    QStringLiteral("== 任选题 ==")};
 const QString kBankMarker = QStringLiteral("== 题 ==");
 const QStringList kOutsideFolders = {
-    QStringLiteral("宪法类"), QStringLiteral("民法类"),           QStringLiteral("刑法类"),   QStringLiteral("经济法类"),
-    QStringLiteral("商法类"), QStringLiteral("国际（经济）法类"), QStringLiteral("行政法类"), QStringLiteral("律师法类"),
-    QStringLiteral("试卷一"), QStringLiteral("试卷二"),           QStringLiteral("试卷三")};
+    QStringLiteral("宪法类"),   QStringLiteral("民法类"),   QStringLiteral("刑法类"),
+    QStringLiteral("经济法类"), QStringLiteral("商法类"),   QStringLiteral("国际（经济）法类"),
+    QStringLiteral("行政法类"), QStringLiteral("律师法类"), QStringLiteral("试卷一"),
+    QStringLiteral("试卷二"),   QStringLiteral("试卷三")};
 const QString kNumeralChars = QStringLiteral("零一二三四五六七八九十百千万");
 
 struct Law {
@@ -144,9 +145,7 @@ class Builder {
     return true;
   }
 
-  static bool isCommentOrBlank(const QString& line) {
-    return line.trimmed().isEmpty() || line.startsWith(u'#');
-  }
+  static bool isCommentOrBlank(const QString& line) { return line.trimmed().isEmpty() || line.startsWith(u'#'); }
 
   bool writeText(const QString& rel, const QString& text) {
     if (!GbkSafe(text)) {
@@ -193,8 +192,7 @@ class Builder {
       if (!kClasses.contains(law.klass)) fault(src, i + 1, QStringLiteral("未知的类别"));
       law.name = law.title.mid(1, law.title.size() - 2);
       for (const Law& other : laws_)
-        if (other.code == law.code || other.title == law.title)
-          fault(src, i + 1, QStringLiteral("题库代码或标题重复"));
+        if (other.code == law.code || other.title == law.title) fault(src, i + 1, QStringLiteral("题库代码或标题重复"));
       loadLawText(&law);
       laws_.append(law);
     }
@@ -244,8 +242,7 @@ class Builder {
           fault(src, no, QStringLiteral("本法不是第N条形式的条文"));
           continue;
         }
-        if (m.captured(1) != Numeral(expected))
-          fault(src, no, QStringLiteral("应为%1").arg(ArticleHead(1, expected)));
+        if (m.captured(1) != Numeral(expected)) fault(src, no, QStringLiteral("应为%1").arg(ArticleHead(1, expected)));
         blankBehind(m.captured(2));
         ++expected;
         continue;
@@ -310,7 +307,8 @@ class Builder {
   void loadQuestionFiles() {
     static const QRegularExpression bankName(QStringLiteral("^([1-9][0-9]{4})([123])$"));
     static const QRegularExpression paperName(QStringLiteral("^0[0-9]{4}$"));
-    const QStringList banks = QDir(data_ + QStringLiteral("/banks")).entryList({QStringLiteral("*.txt")}, QDir::Files, QDir::Name);
+    const QStringList banks =
+        QDir(data_ + QStringLiteral("/banks")).entryList({QStringLiteral("*.txt")}, QDir::Files, QDir::Name);
     for (const QString& f : banks) {
       BankFile bank;
       bank.name = QFileInfo(f).completeBaseName();
@@ -325,7 +323,8 @@ class Builder {
       parseQuestions(&bank);
       banks_.append(bank);
     }
-    const QStringList papers = QDir(data_ + QStringLiteral("/papers")).entryList({QStringLiteral("*.txt")}, QDir::Files, QDir::Name);
+    const QStringList papers =
+        QDir(data_ + QStringLiteral("/papers")).entryList({QStringLiteral("*.txt")}, QDir::Files, QDir::Name);
     for (const QString& f : papers) {
       BankFile bank;
       bank.name = QFileInfo(f).completeBaseName();
@@ -466,8 +465,8 @@ class Builder {
         QString block = u'●' + QString::number(q.serial) + u'●' + q.stem.join(kCrLf);
         for (int k = 0; k < 4; ++k) block += kCrLf + QChar(u'A' + k) + u'．' + q.options[k];
         if (q.provider.size() == 5) {
-          block += kCrLf + QStringLiteral("[本题ID及提供者有关信息：]") + kCrLf + QStringLiteral("[本题标识ID：][") + q.id +
-                   u']' + kCrLf + QStringLiteral("[提供者姓名或昵称：]") + q.provider[0] + kCrLf +
+          block += kCrLf + QStringLiteral("[本题ID及提供者有关信息：]") + kCrLf + QStringLiteral("[本题标识ID：][") +
+                   q.id + u']' + kCrLf + QStringLiteral("[提供者姓名或昵称：]") + q.provider[0] + kCrLf +
                    QStringLiteral("[提供者QQ号码：]") + q.provider[1] + kCrLf + QStringLiteral("[提供者E_mail：]") +
                    q.provider[2] + kCrLf + QStringLiteral("[提供者主页：]") + q.provider[3] + kCrLf +
                    QStringLiteral("[提供日期：]") + q.provider[4];
@@ -484,7 +483,8 @@ class Builder {
 
   void checkCitations(const Question& q, const QString& citeOnly) {
     const auto bad = [&](const QString& msg) { fault(q.file, q.line, msg); };
-    if (q.aboutlaw != citeOnly) bad(QStringLiteral("答案栏读出的参见法条与参见行不同：%1 / %2").arg(q.aboutlaw, citeOnly));
+    if (q.aboutlaw != citeOnly)
+      bad(QStringLiteral("答案栏读出的参见法条与参见行不同：%1 / %2").arg(q.aboutlaw, citeOnly));
     QList<CitationEntry> entries;
     if (q.aboutlaw.isEmpty() || !SplitFlatList(q.aboutlaw, &entries)) {
       bad(QStringLiteral("参见法条无法读出"));
@@ -492,7 +492,8 @@ class Builder {
     }
     for (const CitationEntry& e : entries) {
       const Law* law = lawByTitle(e.title);
-      if (!law) bad(QStringLiteral("法律表中没有%1").arg(e.title));
+      if (!law)
+        bad(QStringLiteral("法律表中没有%1").arg(e.title));
       else if (e.number < 1 || e.number > law->articles)
         bad(QStringLiteral("%1共%2条，没有第%3条").arg(e.title).arg(law->articles).arg(e.number));
     }
@@ -540,7 +541,8 @@ class Builder {
         if (papers) {
           if (!row.bank.startsWith(u'0')) fault(src, row.line, QStringLiteral("模拟试卷的文件名以0开头"));
           if (!bankFile(row.bank.left(5))) fault(src, row.line, QStringLiteral("没有模拟试卷%1").arg(row.bank.left(5)));
-          if (!row.label.contains(QStringLiteral("试卷"))) fault(src, row.line, QStringLiteral("试卷行的显示名要有“试卷”"));
+          if (!row.label.contains(QStringLiteral("试卷")))
+            fault(src, row.line, QStringLiteral("试卷行的显示名要有“试卷”"));
           row.b = QStringLiteral("\\moniti\\") + row.bank + QStringLiteral(".mmd");
         } else {
           if (!bankFile(row.bank)) fault(src, row.line, QStringLiteral("没有题库%1").arg(row.bank));
@@ -623,8 +625,8 @@ class Builder {
   // ---- output -----------------------------------------------------------
 
   void writeFolders() {
-    const QStringList dirs = {QStringLiteral("dbf"),     QStringLiteral("yibanti"),  QStringLiteral("moniti"),
-                              QStringLiteral("lawtxt"),  QStringLiteral("readme"),   QStringLiteral("ini"),
+    const QStringList dirs = {QStringLiteral("dbf"),      QStringLiteral("yibanti"),  QStringLiteral("moniti"),
+                              QStringLiteral("lawtxt"),   QStringLiteral("readme"),   QStringLiteral("ini"),
                               QStringLiteral("更新的题"), QStringLiteral("模糊题"),   QStringLiteral("知识点"),
                               QStringLiteral("新知识点"), QStringLiteral("法律文书"), QStringLiteral("外部题库")};
     for (const QString& d : dirs) QDir().mkpath(out_ + u'/' + d);
@@ -640,7 +642,8 @@ class Builder {
       QString text = b.head.join(kCrLf);
       for (const Question& q : b.questions) text += kCrLf + q.block;
       text += kCrLf;
-      const QString rel = (b.paper ? QStringLiteral("moniti/") : QStringLiteral("yibanti/")) + b.name + QStringLiteral(".mmd");
+      const QString rel =
+          (b.paper ? QStringLiteral("moniti/") : QStringLiteral("yibanti/")) + b.name + QStringLiteral(".mmd");
       writeText(rel, text);
     }
   }
@@ -722,7 +725,8 @@ class Builder {
         for (const Law& law : laws_) {
           const int r = t.appendRow();
           if (r < 0 || !t.setText(r, QStringLiteral("lawname"), law.title) ||
-              !t.setNumber(r, QStringLiteral("f"), law.paper) || !t.setText(r, QStringLiteral("c"), QString(law.letter)) ||
+              !t.setNumber(r, QStringLiteral("f"), law.paper) ||
+              !t.setText(r, QStringLiteral("c"), QString(law.letter)) ||
               !t.setNumber(r, QStringLiteral("lei"), kClasses.indexOf(law.klass) + 1))
             fault(QStringLiteral("dbf/listbox.mmd"), 0, QStringLiteral("无法写入"));
         }
@@ -735,10 +739,13 @@ class Builder {
           const int r = t.appendRow();
           bool ok = r >= 0 && t.setText(r, QStringLiteral("a"), o.a);
           ok = ok && t.setNull(r, t.fieldIndex(QStringLiteral("b"))) && t.setNull(r, t.fieldIndex(QStringLiteral("c")));
-          ok = ok && (o.d.isEmpty() ? t.setNull(r, t.fieldIndex(QStringLiteral("d"))) : t.setText(r, QStringLiteral("d"), o.d));
-          ok = ok && (o.r.isEmpty() ? t.setNull(r, t.fieldIndex(QStringLiteral("r"))) : t.setText(r, QStringLiteral("r"), o.r));
+          ok = ok && (o.d.isEmpty() ? t.setNull(r, t.fieldIndex(QStringLiteral("d")))
+                                    : t.setText(r, QStringLiteral("d"), o.d));
+          ok = ok && (o.r.isEmpty() ? t.setNull(r, t.fieldIndex(QStringLiteral("r")))
+                                    : t.setText(r, QStringLiteral("r"), o.r));
           ok = ok && t.setNumber(r, QStringLiteral("therecn"), i + 1);
-          ok = ok && (o.k.isEmpty() ? t.setNull(r, t.fieldIndex(QStringLiteral("k"))) : t.setText(r, QStringLiteral("k"), o.k));
+          ok = ok && (o.k.isEmpty() ? t.setNull(r, t.fieldIndex(QStringLiteral("k")))
+                                    : t.setText(r, QStringLiteral("k"), o.k));
           if (!ok) fault(QStringLiteral("dbf/dagang.mmd"), 0, QStringLiteral("无法写入第%1行").arg(i + 1));
         }
     }

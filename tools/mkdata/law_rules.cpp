@@ -59,7 +59,8 @@ QString Numeral(int n) {
     r += s[i];
   }
   while (r.endsWith(u'零')) r.chop(1);
-  for (qsizetype p = r.indexOf(QStringLiteral("零一十")); p >= 0; p = r.indexOf(QStringLiteral("零一十"))) r.remove(p + 1, 1);
+  for (qsizetype p = r.indexOf(QStringLiteral("零一十")); p >= 0; p = r.indexOf(QStringLiteral("零一十")))
+    r.remove(p + 1, 1);
   return r;
 }
 

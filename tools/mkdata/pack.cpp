@@ -71,8 +71,10 @@ UnpackReport UnpackInto(const QList<Entry>& entries, const QString& root) {
     const QString target = mj::AppPath(root, e.path);
     if (e.isDir) {
       if (mj::DirExists(target)) continue;
-      if (mj::MakeDir(target)) ++r.dirsMade;
-      else r.failedPath = target;
+      if (mj::MakeDir(target))
+        ++r.dirsMade;
+      else
+        r.failedPath = target;
       continue;
     }
     if (mj::PathExists(target)) {
@@ -84,8 +86,10 @@ UnpackReport UnpackInto(const QList<Entry>& entries, const QString& root) {
       r.failedPath = dir;
       continue;
     }
-    if (mj::WriteBytesAtomic(target, e.data)) ++r.filesWritten;
-    else r.failedPath = target;
+    if (mj::WriteBytesAtomic(target, e.data))
+      ++r.filesWritten;
+    else
+      r.failedPath = target;
   }
   return r;
 }

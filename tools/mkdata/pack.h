@@ -10,7 +10,7 @@
 namespace mjpack {
 
 struct Entry {
-  QString path;     // relative to the tree's root, "/" separators
+  QString path;  // relative to the tree's root, "/" separators
   bool isDir = false;
   QByteArray data;  // the file's bytes; empty for a folder
 };

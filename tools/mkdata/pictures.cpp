@@ -79,8 +79,7 @@ QImage SplashPicture() {
              QStringLiteral("科学、高效、智能化的题海战术"));
   p.setFont(Font(kFontFamily, 13, false));
   p.setPen(QColor(200, 220, 236));
-  p.drawText(QRectF(40, 222, w - 80, 22), Qt::AlignHCenter | Qt::AlignVCenter,
-             QStringLiteral("司法统考学习助手"));
+  p.drawText(QRectF(40, 222, w - 80, 22), Qt::AlignHCenter | Qt::AlignVCenter, QStringLiteral("司法统考学习助手"));
 
   // The stamp that marks the shipped data as demonstration data.
   p.save();
