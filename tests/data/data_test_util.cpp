@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include "law/numerals.h"
 #include "platform/paths.h"
 #include "platform/textfile.h"
 #include "support/test_env.h"
@@ -32,26 +33,12 @@ QStringList DemoTextFiles() {
   return out;
 }
 
-namespace {
-
-// Article numbers of the demonstration laws stay below 100; their spelling
-// there is the plain one: 十一, 二十, 二十一.
-QString Numeral(int n) {
-  static const QString digits = u"零一二三四五六七八九"_qs;
-  if (n < 10) return QString(digits[n]);
-  if (n < 20) return u'十' + (n % 10 ? QString(digits[n % 10]) : QString());
-  return QString(digits[n / 10]) + u'十' + (n % 10 ? QString(digits[n % 10]) : QString());
-}
-
-}  // namespace
-
 QString ArticleHeading(int type, int n) {
-  EXPECT_LT(n, 100) << "the test spells article numbers below 100 only";
   switch (type) {
     case 1:
-      return u"　　第"_qs + Numeral(n) + u'条';
+      return u"　　第"_qs + DaXie(n) + u'条';
     case 2:
-      return u"　　"_qs + Numeral(n) + u'、';
+      return u"　　"_qs + DaXie(n) + u'、';
     case 3:
       return u"　　"_qs + QString::number(n) + u'．';
     default:

@@ -31,7 +31,8 @@ struct LawFile {
 QList<LawFile> DemoLaws();
 
 // The heading of article n as it stands at the start of a line of a law of
-// that type, indent included: "　　第十二条", "　　十二、", "　　12．".
+// that type, indent included: "　　第十二条", "　　十二、", "　　12．", spelled
+// with the program's numerals.
 QString ArticleHeading(int type, int n);
 
 // The numbering type by the article-2 markers at line starts (first wins).

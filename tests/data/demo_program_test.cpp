@@ -1,6 +1,6 @@
 // The demonstration data read through the program's own readers: the
-// question index, the question blocks and their fields, and new IDs in the
-// banks of the directory.
+// question index, the question blocks and their fields, new IDs in the banks
+// of the directory, the law texts and the articles that answers cite.
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,12 @@
 #include "bank/item_index.h"
 #include "bank/tables.h"
 #include "data_test_util.h"
+#include "law/citations.h"
+#include "law/law_extract.h"
+#include "law/law_text.h"
+#include "law/numerals.h"
 #include "platform/dbftable.h"
+#include "platform/inifile.h"
 #include "platform/paths.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
@@ -85,4 +90,63 @@ TEST(DemoProgram, NewIdsGoBehindTheLastQuestionOfEachBank) {
     }
   }
   EXPECT_EQ(NewItemID(t.env, u"《没有这部法律》"_qs, 1), kFallbackItemId);
+}
+
+TEST(DemoProgram, LawsReadAsTheProgramReadsThem) {
+  for (const LawFile& law : DemoLaws()) {
+    SCOPED_TRACE(law.title.toStdString());
+    EXPECT_EQ(GetLawTextType(law.text), law.type);
+    int count = 0;
+    while (law.text.contains(kCrLf + ArticleHeading(law.type, count + 1))) ++count;
+    EXPECT_EQ(LastItemNum(law.text), count);
+    // Every article can be cut out, the last one included.
+    const QString table = GetLongDaXie(qint16(count));
+    for (int n = 1; n <= count; ++n) {
+      const QString text = GetPutTxt2Text(law.text, table, QString::number(n) + u'．');
+      // The article's own heading line, then its text; nothing of the next.
+      EXPECT_TRUE(text.startsWith(ArticleHeading(law.type, n) + u'　')) << n << ": " << text.toStdString();
+      EXPECT_FALSE(text.contains(kCrLf + ArticleHeading(law.type, n + 1))) << n;
+      EXPECT_FALSE(text.contains(u"附件："_qs)) << n << ": the appendix is no part of an article";
+    }
+    EXPECT_EQ(GetPutTxt2Text(law.text, table, QString::number(count + 1) + u'．'), QString());
+  }
+}
+
+TEST(DemoProgram, AnswersPrintTheirArticles) {
+  test::TestEnv t(Demo());
+  int printed = 0;
+  for (const QString& table : {tables::kItems, tables::kCsItems}) {
+    ItemIndex index;
+    ReadData2ItemData(t.path(u"\\dbf"_qs), table, index);
+    for (const ItemRow& row : index) {
+      SCOPED_TRACE(row.itemid.toStdString());
+      QString provider;
+      const QString answer =
+          GetField(GetOneShiTi(ReadText(BankFilePath(t.env, row.itemid)), ItemSerial(row.itemid)), 2, provider);
+      // The stored list is the program's own reading of the answer.
+      EXPECT_EQ(LongDaAn(answer), row.aboutlaw);
+      const QString text = GetLawTxtForDaAn(t.env, answer);
+      EXPECT_FALSE(text.contains(u"法律文件"_qs)) << text.toStdString();
+      QList<Citation> list;
+      ASSERT_TRUE(ParseFlatList(row.aboutlaw, &list));
+      for (const Citation& c : list) EXPECT_TRUE(text.contains(c.title + kCrLf)) << c.title.toStdString();
+      ++printed;
+    }
+  }
+  EXPECT_EQ(printed, 63);
+}
+
+TEST(DemoProgram, EmphasesListArticlesOfTheirLaw) {
+  for (const LawFile& law : DemoLaws()) {
+    const QString name = law.title.mid(1, law.title.size() - 2);
+    const QString table = GetLongDaXie(qint16(LastItemNum(law.text)));
+    for (const QString& key : {u"重点法条"_qs, u"次重点法条"_qs}) {
+      const QString value = IniRead(AppPath(Demo(), u"\\ini\\emphases.ini"_qs), name, key);
+      const QString numbers = LongDaAn(value, CitationSep::LawQuery);
+      EXPECT_FALSE(numbers.isEmpty()) << name.toStdString();
+      const QString text = GetPutTxt2Text(law.text, table, numbers);
+      for (const QString& n : numbers.split(u'．', Qt::SkipEmptyParts))
+        EXPECT_TRUE((kCrLf + text).contains(kCrLf + ArticleHeading(law.type, n.toInt()) + u'　')) << n.toStdString();
+    }
+  }
 }

@@ -10,6 +10,9 @@
 #include <algorithm>
 
 #include "bank/tables.h"
+#include "law/citations.h"
+#include "law/law_text.h"
+#include "law/numerals.h"
 #include "law_rules.h"
 #include "pictures.h"
 #include "platform/dbftable.h"
@@ -242,7 +245,8 @@ class Builder {
           fault(src, no, QStringLiteral("本法不是第N条形式的条文"));
           continue;
         }
-        if (m.captured(1) != Numeral(expected)) fault(src, no, QStringLiteral("应为%1").arg(ArticleHead(1, expected)));
+        if (m.captured(1) != mj::DaXie(expected))
+          fault(src, no, QStringLiteral("应为%1").arg(ArticleHead(1, expected)));
         blankBehind(m.captured(2));
         ++expected;
         continue;
@@ -254,7 +258,7 @@ class Builder {
       if (kNumeralChars.contains(line[0])) {
         const auto m = numeralComma.match(line);
         if (law->type == 2 && m.hasMatch()) {
-          if (m.captured(1) != Numeral(expected))
+          if (m.captured(1) != mj::DaXie(expected))
             fault(src, no, QStringLiteral("应为%1").arg(ArticleHead(2, expected)));
           ++expected;
         } else if (law->type == 3 && m.hasMatch()) {
@@ -286,9 +290,13 @@ class Builder {
     law->articles = expected - 1;
     law->text = text;
     if (law->articles < 2) fault(src, 0, QStringLiteral("条文少于两条"));
-    const int detected = LawTextType(text);
+    // The program's own reading of the text must agree.
+    const int detected = mj::GetLawTextType(text);
     if (detected != law->type)
       fault(src, 0, QStringLiteral("程序会把本文本识别为类型%1，而法律表中写的是%2").arg(detected).arg(law->type));
+    else if (mj::LastItemNum(text) != law->articles)
+      fault(src, 0,
+            QStringLiteral("程序读出的最后一条是第%1条，而本文本有%2条").arg(mj::LastItemNum(text)).arg(law->articles));
   }
 
   const Law* lawByTitle(const QString& title) const {
@@ -475,8 +483,8 @@ class Builder {
         if (!q.note.isEmpty())
           field2 += kCrLf + QStringLiteral("[注释：]") + q.note + QStringLiteral("[注于：]") + q.noteDate;
         q.block = block + u'■' + field2;
-        q.aboutlaw = FlatCitations(field2);
-        checkCitations(q, FlatCitations(QStringLiteral("参见") + q.cite));
+        q.aboutlaw = mj::LongDaAn(field2);
+        checkCitations(q, mj::LongDaAn(QStringLiteral("参见") + q.cite));
       }
     }
   }
