@@ -6,6 +6,7 @@
 
 #include "app/text_toolkit.h"
 #include "bank/bank_text.h"
+#include "bank/eligibility.h"
 #include "bank/item_index.h"
 #include "bank/tables.h"
 #include "data_test_util.h"
@@ -147,6 +148,30 @@ TEST(DemoProgram, EmphasesListArticlesOfTheirLaw) {
       const QString text = GetPutTxt2Text(law.text, table, numbers);
       for (const QString& n : numbers.split(u'．', Qt::SkipEmptyParts))
         EXPECT_TRUE((kCrLf + text).contains(kCrLf + ArticleHeading(law.type, n.toInt()) + u'　')) << n.toStdString();
+    }
+  }
+}
+
+// The program's own counts over the shipped tables give the numbers the
+// directory rows already hold: every question is due and counted.
+TEST(DemoProgram, ProgramCountsAgreeWithTheDirectories) {
+  test::TestEnv t(Demo());
+  const auto before = TableRows(t.path(u"\\dbf\\33ok.mmd"_qs));
+  const auto csBefore = TableRows(t.path(u"\\dbf\\csface.mmd"_qs));
+  ItemIndex index;
+  ReadData2ItemData(t.path(u"\\dbf"_qs), tables::kItems, index);
+  Schedule s;
+  s.today = QDate(2027, 3, 1);
+  ASSERT_TRUE(NewIniDbfData(t.path(u"\\dbf"_qs), tables::kDirectory, tables::kItems, index, s));
+  ASSERT_TRUE(IniDbfData(t.path(u"\\dbf"_qs), tables::kCsDirectory, tables::kCsItems, s));
+  const auto after = TableRows(t.path(u"\\dbf\\33ok.mmd"_qs));
+  const auto csAfter = TableRows(t.path(u"\\dbf\\csface.mmd"_qs));
+  for (const auto& [b, a] : {std::pair{&before, &after}, std::pair{&csBefore, &csAfter}}) {
+    ASSERT_EQ(b->size(), a->size());
+    for (int i = 0; i < b->size(); ++i) {
+      if ((*b)[i][u"b"_qs].isEmpty()) continue;  // headings get sums on display only
+      EXPECT_EQ((*a)[i][u"f"_qs], (*b)[i][u"f"_qs]) << i;
+      EXPECT_EQ((*a)[i][u"oknum"_qs], (*b)[i][u"oknum"_qs]) << i;
     }
   }
 }

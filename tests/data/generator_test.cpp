@@ -14,6 +14,8 @@
 
 #include "app/text_toolkit.h"
 #include "bank/bank_text.h"
+#include "bank/eligibility.h"
+#include "bank/item_index.h"
 #include "bank/tables.h"
 #include "data_test_util.h"
 #include "law/citations.h"
@@ -327,4 +329,34 @@ TEST(Generator, StoredCitationsAreTheProgramsReadingOfTheAnswers) {
       EXPECT_FALSE(GetLawTxtForDaAn(t.env, answer).contains(u"法律文件"_qs)) << id.toStdString();
     }
   }
+}
+
+// The program's own counts over a generated folder give the numbers the
+// generator wrote into the directory rows.
+TEST(Generator, ProgramCountsAgreeWithTheDirectories) {
+  const gen::Sizes sizes = Small();
+  const auto g = Make(sizes);
+  const QString dbf = g->root() + u"/dbf"_qs;
+  const auto before = TableRows(dbf + u"/33ok.mmd"_qs);
+  const auto csBefore = TableRows(dbf + u"/csface.mmd"_qs);
+  ItemIndex index;
+  ReadData2ItemData(dbf, tables::kItems, index);
+  Schedule s;
+  s.today = sizes.today;
+  ASSERT_TRUE(NewIniDbfData(dbf, tables::kDirectory, tables::kItems, index, s));
+  ASSERT_TRUE(IniDbfData(dbf, tables::kCsDirectory, tables::kCsItems, s));
+  const auto after = TableRows(dbf + u"/33ok.mmd"_qs);
+  const auto csAfter = TableRows(dbf + u"/csface.mmd"_qs);
+  int due = 0;
+  for (const auto& [b, a] : {std::pair{&before, &after}, std::pair{&csBefore, &csAfter}}) {
+    ASSERT_EQ(b->size(), a->size());
+    for (int i = 0; i < b->size(); ++i) {
+      if ((*b)[i][u"b"_qs].isEmpty()) continue;
+      EXPECT_EQ((*a)[i][u"f"_qs], (*b)[i][u"f"_qs]) << i;
+      EXPECT_EQ((*a)[i][u"oknum"_qs], (*b)[i][u"oknum"_qs]) << i;
+      due += (*a)[i][u"oknum"_qs].toInt();
+    }
+  }
+  EXPECT_GT(due, 0);
+  EXPECT_LT(due, 70) << "some records are not due";
 }

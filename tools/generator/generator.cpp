@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QtEndian>
 
+#include "bank/eligibility.h"
 #include "bank/tables.h"
 #include "law/numerals.h"
 #include "platform/dbftable.h"
@@ -507,17 +508,11 @@ QString StoryText(Story shape, int i, const QString& key, const QDate& today) {
   return QString();
 }
 
-bool DueWithDefaults(const QString& storyIn, const QString& key, const QDate& today) {
-  const int okTimes = 1, addNum = 1, passDays = 30;
-  const QString story = storyIn.trimmed();
-  const int n = int(story.size() / 20);
-  if (n == 0) return true;
-  const QDate d = QDate::fromString(story.left(10), QStringLiteral("yyyy-MM-dd"));
-  if (!d.isValid()) return false;
-  const int days = (today.year() - d.year()) * 365 + (today.month() - d.month()) * 30 + (today.day() - d.day());
-  if (days < passDays) return false;
-  if (story.right(4).trimmed() != key.trimmed()) return n - 1 < okTimes + addNum;
-  return n < okTimes;
+bool DueWithDefaults(const QString& story, const QString& key, const QDate& today) {
+  Schedule defaults;  // done right once, one more after a wrong answer, 30 days apart
+  defaults.today = today;
+  QString s = story;
+  return IsOkItem(s, defaults, key);
 }
 
 QString LawName(int k) { return QStringLiteral("生成法律%1").arg(k + 1); }

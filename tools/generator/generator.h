@@ -44,9 +44,9 @@ inline constexpr int kStoryShapes = 5;
 Story StoryShapeOf(int i);
 // The record of question i in shape `shape` for the answer key `key`.
 QString StoryText(Story shape, int i, const QString& key, const QDate& today);
-// The due test of the program with the settings a new user has (done right
-// once, one more after a wrong answer, 30 days apart): the eligible counts
-// that the directory tables are written with.
+// The program's due test with the settings a new user has (done right once,
+// one more after a wrong answer, 30 days apart): the eligible counts that
+// the directory tables are written with.
 bool DueWithDefaults(const QString& story, const QString& key, const QDate& today);
 
 // Names of the generated things.
