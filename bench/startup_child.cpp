@@ -1,0 +1,17 @@
+// The program as it starts, on a folder given as the argument; it prints
+// "shown" and ends as soon as the main window is shown. The start-up
+// benchmark times it from the process start.
+#include <QApplication>
+#include <cstdio>
+
+#include "app/program_window.h"
+
+int main(int argc, char** argv) {
+  QApplication app(argc, argv);
+  if (argc < 2) return 2;
+  return mj::RunProgram(QString::fromLocal8Bit(argv[1]), [] {
+    std::puts("shown");
+    std::fflush(stdout);
+    QCoreApplication::exit(0);
+  });
+}
