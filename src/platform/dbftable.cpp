@@ -53,6 +53,22 @@ bool isBlank(const char* p, int n) {
   return true;
 }
 
+// A field without a value, by its type: blank, or the null mark of numbers,
+// logicals and dates.
+bool isNullField(char type, const char* p, int w) {
+  switch (type) {
+    case 'N':
+    case 'F':
+      return isBlank(p, w) || p[0] == '*';
+    case 'L':
+      return isBlank(p, w) || p[0] == '?';
+    case 'D':
+      return isBlank(p, w) || std::strncmp(p, "00000000", 8) == 0;
+    default:
+      return isBlank(p, w);
+  }
+}
+
 }  // namespace
 
 struct DbfTable::Impl {
@@ -200,17 +216,7 @@ bool DbfTable::isNull(int record, int field) const {
   int w = 0;
   const char* p = d->raw(record, field, &w);
   if (!p) return true;
-  switch (d->h->pachFieldType[field]) {
-    case 'N':
-    case 'F':
-      return isBlank(p, w) || p[0] == '*';
-    case 'L':
-      return isBlank(p, w) || p[0] == '?';
-    case 'D':
-      return isBlank(p, w) || std::strncmp(p, "00000000", 8) == 0;
-    default:
-      return isBlank(p, w);
-  }
+  return isNullField(d->h->pachFieldType[field], p, w);
 }
 
 QString DbfTable::text(int record, int field) const {
@@ -521,17 +527,7 @@ bool DbfScan::isNull(int field) const {
   int w = 0;
   const char* p = raw(field, &w);
   if (!p) return true;
-  switch (fields_[field].type) {
-    case 'N':
-    case 'F':
-      return isBlank(p, w) || p[0] == '*';
-    case 'L':
-      return isBlank(p, w) || p[0] == '?';
-    case 'D':
-      return isBlank(p, w) || std::strncmp(p, "00000000", 8) == 0;
-    default:
-      return isBlank(p, w);
-  }
+  return isNullField(fields_[field].type, p, w);
 }
 
 QString DbfScan::text(int field) const {
