@@ -1,0 +1,81 @@
+#include "practice/answer_records.h"
+
+#include "app/text_toolkit.h"
+#include "platform/dbftable.h"
+#include "platform/paths.h"
+#include "platform/vbtext.h"
+
+namespace mj {
+
+QString UncertainDayFile(const Env& env) {
+  return env.path(QStringLiteral("\\模糊题\\") + TodayIniName(env.today()));
+}
+
+bool MarkUncertain(const Env& env, const QString& id) {
+  const QString folder = env.path(QStringLiteral("\\模糊题"));
+  if (!DirExists(folder)) MakeDir(folder);
+  const QString file = UncertainDayFile(env);
+  return WriteIdFile(file, id + ReadIdFile(file));
+}
+
+bool HideTheItem(const QString& folder, const QString& table, const QString& id, ItemIndex& itemData) {
+  bool written = false;
+  {
+    DbfTable t = DbfTable::open(AppPath(folder, table), DbfTable::Mode::ReadWrite);
+    const int fieldId = t.fieldIndex(QStringLiteral("itemid"));
+    const int fieldValid = t.fieldIndex(QStringLiteral("valid2"));
+    if (fieldId >= 0 && fieldValid >= 0) {
+      for (const int r : t.rows()) {
+        if (t.trimmedText(r, fieldId) != id) continue;
+        written = t.setLogical(r, fieldValid, false);
+        break;
+      }
+    }
+    t.close();
+  }
+  for (ItemRow& row : itemData)
+    if (row.itemid == id) row.valid2 = false;
+  return written;
+}
+
+namespace {
+
+// A field as the database gave it in a text: numbers without decimals, text
+// trimmed.
+QString FieldText(const DbfTable& t, int record, int field) {
+  if (t.fields().value(field).type == 'N') return NumText(t.number(record, field));
+  return t.trimmedText(record, field);
+}
+
+}  // namespace
+
+QString DiscussionLink(const QString& folder, const QString& table, const QString& id, const QString& newsLink1,
+                       const QString& newsLink3) {
+  const DbfTable t = DbfTable::open(AppPath(folder, table));
+  const int board = t.fieldIndex(QStringLiteral("boardid"));
+  // Tables that did not come with the forum data have no such field: no
+  // need to look for the row.
+  if (board < 0) return QString();
+  const int topic = t.fieldIndex(QStringLiteral("topicid"));
+  const QList<int> rows = Select(t, {{QStringLiteral("itemid"), id}});
+  if (rows.isEmpty() || t.isNull(rows.first(), board)) return QString();
+  const int r = rows.first();
+  return newsLink1 + QStringLiteral("?boardid=") + FieldText(t, r, board) + QStringLiteral("&id=") +
+         (topic >= 0 ? FieldText(t, r, topic) : QString()) + newsLink3;
+}
+
+ExchangeStep ReadExchangeNumber(const QString& boxText, const QString& currentId, const ItemIndex& allItemData) {
+  ExchangeStep step;
+  // The box's own change runs again on the text it puts back, so the
+  // replacement goes on until no "**" is left.
+  step.text = boxText;
+  while (step.text.contains(QStringLiteral("**")))
+    step.text = ReplaceAll(step.text, QStringLiteral("**"), QStringLiteral("*"));
+  if (step.text == u'*' + currentId + u'*') return step;
+  if (LastPos(step.text, QStringLiteral("*")) != 13 || Left(step.text, 1) != u"*") return step;
+  step.id = Mid(step.text, InStr(step.text, QStringLiteral("*")) + 1, 11);
+  step.kind = FindItemRow(allItemData, step.id) > 0 ? ExchangeStep::Question : ExchangeStep::Unknown;
+  return step;
+}
+
+}  // namespace mj
