@@ -8,6 +8,7 @@
 
 #include "bank/item_index.h"
 #include "platform/env.h"
+#include "practice/practice_run.h"
 
 namespace mj {
 
@@ -63,6 +64,9 @@ struct AppState {
   bool InUpdateList = false;  // list runs of the day files: no records written
   bool InOtherList = false;
   bool AutoNext = false;      // simulated papers and 查卷 go on without the answer window
+
+  // The practice run (the main window owns it).
+  PracticeRun Run;
 };
 
 }  // namespace mj

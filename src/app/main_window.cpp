@@ -29,6 +29,7 @@
 #include "platform/vbtext.h"
 #include "practice/directory_entries.h"
 #include "practice/directory_widget.h"
+#include "practice/practice_frame_widget.h"
 #include "settings/help.h"
 #include "settings/help_window.h"
 #include "settings/settings.h"
@@ -51,6 +52,7 @@ Form1::Form1(const Env& env, QWidget* parent) : QMainWindow(parent) {
   buildFaces();
   Timer1 = new QTimer(this);
   Timer1->setInterval(1000);
+  wirePractice();
   // The question box follows the text style of the settings.
   connect(settings_.get(), &Settings::styleChanged, this, [this] { ApplyTextStyle(Text3, settings_->style()); });
   // Key preview: F1 anywhere in the program reaches the help handler.
@@ -210,19 +212,50 @@ void Form1::buildFaces() {
   practicePage = new QWidget;
   practicePage->setObjectName(QStringLiteral("practicePage"));
   auto* pv = new QVBoxLayout(practicePage);
-  for (int i = 0; i < 4; ++i) {
+  for (int i = 0; i < 3; ++i) {
     auto* f = new QWidget;
     f->setObjectName(QStringLiteral("Frame1_%1").arg(i));
     f->setVisible(false);
     pv->addWidget(f);
     Frame1.append(f);
   }
-  auto* fv = new QVBoxLayout(Frame1[3]);
-  Text3 = new QTextEdit;
-  Text3->setObjectName(QStringLiteral("Text3"));
-  fv->addWidget(Text3);
+  practice = new PracticeFrame(app_);
+  practice->setVisible(false);
+  pv->addWidget(practice);
+  Frame1.append(practice);
+  Text3 = practice->Text3;
   faces_->addWidget(practicePage);
   faces_->setCurrentWidget(startPage);
+}
+
+void Form1::wirePractice() {
+  PracticeFrame::MainWindowParts parts;
+  parts.showPracticeFace = [this] { showPracticeFrame(); };
+  parts.directory = [this] { return &MSFlexGrid1->directory(); };
+  parts.refreshDirectory = [this] { MSFlexGrid1->refresh(); };
+  parts.showDirectoryGrid = [this](bool visible) {
+    if (visible) showGrids();
+    MSFlexGrid1->setVisible(visible);
+  };
+  parts.setDirectoryFontSize = [this](int size) {
+    QFont f = MSFlexGrid1->font();
+    if (size > 0) f.setPointSize(size);
+    MSFlexGrid1->setFont(f);
+  };
+  parts.showListGrid = [this](bool hideFrameParts) {
+    showGrids();
+    MSFlexGrid2->setVisible(true);
+    if (hideFrameParts)
+      for (QWidget* f : Frame1) f->setVisible(false);
+  };
+  parts.hideFrames = [this] {
+    for (QWidget* f : Frame1) f->setVisible(false);
+  };
+  parts.refreshMain = [this] { update(); };
+  practice->setMainWindowParts(std::move(parts));
+  // A bank of the directory starts a run; the clock ticks once a second.
+  connect(MSFlexGrid1, &DirectoryGrid::leafClicked, this, [this](int row) { practice->session().startFromDirectory(row); });
+  connect(Timer1, &QTimer::timeout, this, [this] { practice->session().tick(); });
 }
 
 void Form1::openDirectory(DirectoryMode mode) {

@@ -27,6 +27,7 @@ class DirectoryGrid;
 enum class DirectoryMode;
 class Form4;
 class Form8;
+class PracticeFrame;
 class Form18;
 class Settings;
 
@@ -118,6 +119,7 @@ class Form1 : public QMainWindow {
   // Practice face.
   QWidget* practicePage = nullptr;
   QList<QWidget*> Frame1;  // frames of the client area; index 3 is the practice frame
+  PracticeFrame* practice = nullptr;  // Frame1(3), the practice frame with its run
   QTextEdit* Text3 = nullptr;  // the question box
 
   QTimer* Timer1 = nullptr;  // one second, while the program runs
@@ -132,6 +134,7 @@ class Form1 : public QMainWindow {
  private:
   void buildMenu();
   void buildFaces();
+  void wirePractice();
   void step(int n);
   void applyTitle();
   void unloadSplash();

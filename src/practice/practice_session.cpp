@@ -1,0 +1,379 @@
+#include "practice/practice_session.h"
+
+#include "app/text_toolkit.h"
+#include "bank/item_index.h"
+#include "law/citations.h"
+#include "platform/messagebox.h"
+#include "platform/vbtext.h"
+#include "practice/answer_check.h"
+#include "practice/answer_records.h"
+#include "practice/directory_entries.h"
+#include "practice/practice_texts.h"
+#include "practice/run_records.h"
+#include "settings/settings.h"
+
+namespace mj {
+
+namespace {
+
+qint16 TypeOf(const QString& id) { return static_cast<qint16>(Val(Mid(id, 6, 1))); }
+qint32 NumOf(const QString& id) { return static_cast<qint32>(Val(Mid(id, 7, 5))); }
+
+}  // namespace
+
+QString PracticeSession::currentId() const { return GetItemID(run().RunIds, run().CurIndex); }
+
+bool PracticeSession::startFromDirectory(int gridRow) {
+  PracticeRun& r = run();
+  Directory* d = view_.directory();
+  if (!d) return false;
+  // 1. A new run finishes no question yet; the grid takes the text size.
+  r.OutInRun = 0;
+  view_.setDirectoryFontSize(r.FontSize);
+  // 2. The title of the run.
+  const QString label = Trim(d->GetText(gridRow, kColLabel));
+  r.RunTitle = QStringLiteral("◎") + label;
+  // 3. Papers hide the grid at once.
+  if (label.contains(QStringLiteral("试卷"))) view_.showDirectoryGrid(false);
+  // 6. The due questions of the bank.
+  const QString bank = GetSmallTxtName(d->GetText(gridRow, kColFile));
+  r.RunIds.clear();
+  RunList list = GetLongID(app_.DataFolder, app_.ItemTable, bank, CurrentSchedule(app_));
+  // 7. None due.
+  if (list.ids.isEmpty()) {
+    view_.showDirectoryGrid(true);
+    env().msgBox(kNoDueQuestions + kCrLf, 0, kNoDueQuestionsTitle);
+    return false;
+  }
+  r.RunIds = list.ids;
+  r.Records = std::move(list.records);
+  r.FromLawQuery = false;
+  r.GridRow = static_cast<qint16>(gridRow);
+  beginRun();
+  return true;
+}
+
+bool PracticeSession::startListRun(const QString& ids, bool fromLawQuery) {
+  PracticeRun& r = run();
+  r.RunIds = ids.left(ids.size() / 11 * 11);
+  if (r.RunIds.isEmpty()) {
+    view_.showDirectoryGrid(true);
+    env().msgBox(kNoDueQuestions + kCrLf, 0, kNoDueQuestionsTitle);
+    return false;
+  }
+  r.FromLawQuery = fromLawQuery;
+  // A list is no bank: its answers are written nowhere but in the records
+  // of the questions (and not even there from the law query).
+  r.Records = RunRecordSet();
+  r.OutInRun = 0;
+  beginRun();
+  return true;
+}
+
+void PracticeSession::beginRun() {
+  PracticeRun& r = run();
+  // 8. The first question of the list.
+  view_.showDirectoryGrid(false);
+  r.CurIndex = 1;
+  r.CurItemId = GetItemID(r.RunIds, 1);
+  r.CurNum = NumOf(r.CurItemId);
+  r.CurType = TypeOf(r.CurItemId);
+  // The counters of this run start at nothing, whatever an earlier list run
+  // left in them.
+  r.DoneInRun = 0;
+  r.RightInRun = 0;
+  // 9. The frame's controls, once per program run.
+  if (!r.FrameReady) {
+    view_.prepareFrame();
+    r.FrameReady = true;
+  }
+  // 10.
+  view_.placeAnswerButtons(r.CurType);
+  // 11.
+  r.RunSeconds = 0;
+  r.QuestionSeconds = 0;
+  r.PrevQuestionSeconds = 0;
+  // 12. The bank file.
+  r.BankText = r.BankFile.loadFor(env(), r.CurItemId);
+  // 13.
+  view_.showFrame(true);
+  // 14. The question, its answer field, the law text made in advance.
+  const QString block = GetOneShiTi(r.BankText, r.CurNum);
+  view_.setQuestionText(GetField(block, 1, r.ProviderInfo));
+  r.AnswerField = GetField(block, 2, r.ProviderInfo);
+  r.LawText.clear();
+  makeLawText();
+  updateMoveButtons();
+  // 15.
+  view_.focusFrame();
+  view_.showDirectoryGrid(false);
+}
+
+void PracticeSession::makeLawText() {
+  PracticeRun& r = run();
+  view_.setAnswerButtonsEnabled(false);
+  r.LawText = GetLawTxtForDaAn(env(), r.AnswerField) + kCrLf;
+  view_.setAnswerButtonsEnabled(true);
+}
+
+QString PracticeSession::lawTextForBox() const {
+  QString t = run().LawText;
+  if (Len(t) <= 3) return QString();
+  if (Right(t, 2) == kCrLf) t.chop(2);
+  return t;
+}
+
+void PracticeSession::showQuestionAt() {
+  PracticeRun& r = run();
+  r.CurItemId = currentId();
+  r.CurType = TypeOf(r.CurItemId);
+  // A list may span banks: the file of this question.
+  r.BankText = r.BankFile.MyGetAllShiTi(env(), r.RunIds, r.CurIndex);
+  r.CurNum = NumOf(r.CurItemId);
+  const QString block = GetOneShiTi(r.BankText, r.CurNum);
+  view_.setQuestionText(GetField(block, 1, r.ProviderInfo));
+  r.PrevQuestionSeconds = static_cast<qint16>(r.QuestionSeconds);
+  r.QuestionSeconds = 0;
+  r.AnswerField = GetField(block, 2, r.ProviderInfo);
+  r.LawText.clear();
+  r.LawTextStale = true;
+  view_.placeAnswerButtons(r.CurType);
+}
+
+void PracticeSession::updateMoveButtons() { view_.setMoveEnabled(canGoBack(), canGoOn()); }
+
+void PracticeSession::frame3Cmd(int index) {
+  PracticeRun& r = run();
+  switch (index) {
+    case 0:
+      view_.showPersonalSettings();
+      view_.focusFrame();
+      return;
+    case 1:
+      if (!canGoBack()) return;
+      r.TimerRunning = false;
+      r.CurIndex -= 1;
+      showQuestionAt();
+      updateMoveButtons();
+      return;
+    case 2:
+      if (!canGoOn()) return;
+      r.TimerRunning = false;
+      r.CurIndex += 1;
+      showQuestionAt();
+      updateMoveButtons();
+      return;
+    case 3:
+      endRun();
+      return;
+    default:
+      return;
+  }
+}
+
+void PracticeSession::endRun() {
+  PracticeRun& r = run();
+  // 1.
+  view_.showFrame(false);
+  // 2. Back to the law query.
+  if (r.FromLawQuery) {
+    r.FromLawQuery = false;
+    view_.refreshMain();
+    view_.showLawQuery();
+    return;
+  }
+  // 3. The day lists.
+  if (app_.InUpdateList) {
+    view_.showListGrid(false);
+    return;
+  }
+  if (app_.InOtherList) {
+    view_.showListGrid(true);
+    return;
+  }
+  // 4.
+  r.TimerRunning = false;
+  view_.hideFrames();
+  view_.showDirectoryGrid(true);
+  // 5 to 7. The row of the run and its headings.
+  Directory* d = view_.directory();
+  if (d) {
+    d->addRunCounters(r.GridRow, r.RunSeconds, r.DoneInRun, r.RightInRun, r.OutInRun, r.RunStatText);
+    view_.refreshDirectory();
+  }
+  // 8.
+  r.DoneInRun = 0;
+  r.RightInRun = 0;
+  // 9. The directory table.
+  if (!app_.InUpdateList && !app_.InOtherList) {
+    AltDbfData(app_.DataFolder, app_.FaceTable, r.RunStatText, r.RunSeconds, r.OutInRun);
+    r.RunStatText.clear();
+  }
+  // 10.
+  if (d && !d->GetText(1, kColLabel).isEmpty()) {
+    view_.showDirectoryGrid(true);
+    view_.showFrame(false);
+  }
+}
+
+void PracticeSession::fontButton(int index) {
+  PracticeRun& r = run();
+  const int size = index == 0 ? BiggerFontSize(r.FontSize) : SmallerFontSize(r.FontSize);
+  r.FontSize = static_cast<qint16>(size);
+  view_.setQuestionFontSize(size);
+  if (app_.settings) {
+    app_.settings->setFontSize(r.FontSize);
+    app_.settings->CreateIni(env());
+  }
+}
+
+void PracticeSession::answer(int index) {
+  PracticeRun& r = run();
+  const QString caption = AnswerCaptions().value(index);
+  // 1.
+  view_.clearAnswerBoxes();
+  // 2.
+  if (r.CurIndex < 1 || r.CurIndex > r.count()) return;
+  // 3. The key from the question's own text.
+  const QString key = Order(AnswerLetters(r.AnswerField));
+  const QString id = currentId();
+  r.CurItemId = id;
+  // 4. The uncertain mark.
+  if (view_.uncertainMarked()) {
+    MarkUncertain(env(), id);
+    view_.clearUncertainMark();
+  }
+  // 5 to 7. The record as it would read with this attempt, and the last
+  // attempt's answer.
+  QString lastAnswer;
+  const qsizetype row = FindItemRow(app_.ItemData, id);
+  if (row > 0) {
+    const ItemRow& item = app_.ItemData[row - 1];
+    const QString entry = RecordEntry(env().now(), caption);
+    const QString old = Trim(item.story);
+    if (Len(old) <= 3) {
+      r.NewStory = entry;
+    } else {
+      r.NewStory = entry + item.story;
+      lastAnswer = Trim(Mid(old, 17, 4));
+    }
+    r.tableKey = item.answer;
+  }
+  // 8.
+  const LastAttempt last{lastAnswer, lastAnswer.isEmpty() || SameAnswer(lastAnswer, key)};
+  // 9.
+  view_.setExchangeNumber(u'*' + id + u'*');
+  // 10, 11. The run's counters; a question is finished when the record with
+  // this attempt on top is no longer due.
+  if (!r.FromLawQuery) {
+    r.DoneInRun += 1;
+    if (!IsOkItem(r.NewStory, app_.OkTimes, app_.AddNum, app_.PassDays, r.tableKey, app_.IsChaJuan, env().today()))
+      r.OutInRun += 1;
+  }
+  // 12, 13.
+  const bool isWrong = !SameAnswer(caption, key);
+  if (!isWrong && !r.FromLawQuery) r.RightInRun += 1;
+  // 14. The run's clock stops until the text changes again.
+  r.TimerRunning = false;
+  r.PrevQuestionSeconds = static_cast<qint16>(r.QuestionSeconds);
+  r.QuestionSeconds = 0;
+
+  // 16. Simulated papers go straight on, without the answer window.
+  const bool autoNext = app_.AutoNext;
+  QString upper, lower;
+  if (autoNext) {
+    if (r.CurIndex < r.count()) {
+      r.CurIndex += 1;
+      showQuestionAt();
+    }
+    updateMoveButtons();
+  } else {
+    // 17, 18. The outcome and the answer.
+    upper = GetField(GetOneShiTi(r.BankText, r.CurNum), 1, r.ProviderInfo);
+    lower = OutcomeSentence(last, isWrong, caption) + kCrLf + kCrLf + r.AnswerField;
+    // 19. The law text, made once per question.
+    if (r.LawText.isEmpty() || r.LawTextStale) {
+      makeLawText();
+      r.LawTextStale = false;
+    }
+    lower += lawTextForBox();
+  }
+  // 21. The record, written before the window shows, so that nothing that
+  // was answered is lost when the program ends right after.
+  if (!r.FromLawQuery && !app_.InUpdateList && !app_.InOtherList)
+    AltStory(env(), r.Records, app_.ItemData, app_.AllItemData, isWrong, caption, id);
+  if (autoNext) return;
+  // 18, 20, 22. The answer window over the main window.
+  view_.setAnswerBoxes(upper, lower);
+  view_.refreshMain();
+  view_.showAnswerWindow();
+  view_.selectAnswerText();
+}
+
+void PracticeSession::tick() {
+  PracticeRun& r = run();
+  // 1, 2.
+  view_.setTopLabel(TopLabelText(r.FromLawQuery, r.RunTitle, r.count(), r.CurIndex));
+  updateMoveButtons();
+  // 3.
+  r.QuestionSeconds += 1;
+  if (r.TimerRunning) r.RunSeconds += 1;
+  // 4.
+  view_.setClockLabel(ClockText(env().now(), r.RunSeconds, r.QuestionSeconds));
+}
+
+void PracticeSession::answerWindowMove(int index) {
+  PracticeRun& r = run();
+  if (index == 1 ? !canGoBack() : !canGoOn()) return;
+  frame3Cmd(index);
+  // Both boxes show the new question with its answer and law text.
+  const QString upper = GetField(GetOneShiTi(r.BankText, r.CurNum), 1, r.ProviderInfo);
+  makeLawText();
+  r.LawTextStale = false;
+  view_.setAnswerBoxes(upper, r.AnswerField + lawTextForBox());
+  view_.setExchangeNumber(u'*' + r.CurItemId + u'*');
+}
+
+void PracticeSession::answerWindowReturn() {
+  view_.hideAnswerWindow();
+  // A run from the law query ends here and goes back there.
+  if (run().FromLawQuery) endRun();
+}
+
+bool PracticeSession::hideCurrentQuestion() {
+  const int answer = env().msgBox(kHideQuestion, box::YesNo | box::DefaultButton2, kHideTitle);
+  if (answer != box::Yes) return false;
+  HideTheItem(app_.DataFolder, app_.ItemTable, currentId(), app_.ItemData);
+  return true;
+}
+
+void PracticeSession::showHistory() { env().msgBox(GetHistoryText(run().NewStory), 0, kHistoryTitle); }
+
+void PracticeSession::showProvider() { env().msgBox(run().ProviderInfo, 0, kProviderTitle); }
+
+QString PracticeSession::discussionLink() const {
+  return DiscussionLink(app_.DataFolder, app_.ItemTable, currentId(), app_.NewsLink1, app_.NewsLink3);
+}
+
+void PracticeSession::exchangeNumberChanged(const QString& text) {
+  PracticeRun& r = run();
+  const ExchangeStep step = ReadExchangeNumber(text, currentId(), app_.AllItemData);
+  if (step.text != text) {
+    // The box's own change does the rest on the text put back.
+    view_.setExchangeNumber(step.text);
+    return;
+  }
+  if (step.kind == ExchangeStep::Unknown) {
+    env().msgBox(kNoSuchExchangeNumber, box::Exclamation);
+    return;
+  }
+  if (step.kind != ExchangeStep::Question) return;
+  // The question of that number, from its bank file; the run is not touched.
+  const QString fileText = r.BankFile.loadFor(env(), step.id);
+  const QString block = GetOneShiTi(fileText, NumOf(step.id));
+  const QString upper = GetField(block, 1, r.ProviderInfo);
+  const QString answerField = GetField(block, 2, r.ProviderInfo);
+  view_.setAnswerBoxes(upper, answerField + kCrLf + GetLawTxtForDaAn(env(), answerField));
+}
+
+}  // namespace mj
