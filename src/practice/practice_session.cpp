@@ -104,6 +104,8 @@ void PracticeSession::beginRun() {
   r.LawText.clear();
   makeLawText();
   updateMoveButtons();
+  // The labels at once, not only at the next tick of the clock.
+  showLabels();
   // 15.
   view_.focusFrame();
   view_.showDirectoryGrid(false);
@@ -319,6 +321,12 @@ void PracticeSession::tick() {
   r.QuestionSeconds += 1;
   if (r.TimerRunning) r.RunSeconds += 1;
   // 4.
+  view_.setClockLabel(ClockText(env().now(), r.RunSeconds, r.QuestionSeconds));
+}
+
+void PracticeSession::showLabels() {
+  const PracticeRun& r = run();
+  view_.setTopLabel(TopLabelText(r.FromLawQuery, r.RunTitle, r.count(), r.CurIndex));
   view_.setClockLabel(ClockText(env().now(), r.RunSeconds, r.QuestionSeconds));
 }
 

@@ -143,6 +143,8 @@ class PracticeSession {
   QString lawTextForBox() const;
   void endRun();
   void updateMoveButtons();
+  // The top label and the clock as they stand, without a tick.
+  void showLabels();
 
   AppState& app_;
   PracticeView& view_;

@@ -58,6 +58,9 @@ TEST(PracticeRun, ABankStartsAtItsFirstDueQuestion) {
   // The grid takes the text size of the question box.
   EXPECT_EQ(h.gridFontSize, 15);
   EXPECT_TRUE(h.t.boxes.shown().isEmpty());
+  // The labels are filled at once.
+  EXPECT_EQ(h.frame->Label5->text(), u"◎《示例法》单项选择题  符合你的设置条件的共4题 这是第1题。"_qs);
+  EXPECT_EQ(h.frame->Label6->text(), u"2026-11-21 09:30\n00:00:00   00:00"_qs);
 }
 
 TEST(PracticeRun, SingleChoiceShowsAToD) {
