@@ -18,7 +18,7 @@
 #include "practice_harness.h"
 
 using namespace mj;
-using test::PracticeHarness;
+using pt::PracticeHarness;
 
 namespace {
 
@@ -30,7 +30,7 @@ QString entry(const QString& when, const QString& answer) { return when + Right(
 
 // The folder with given records for the single-choice bank.
 void withStories(PracticeHarness& h, const QString& s1, const QString& s2 = u"no"_qs) {
-  test::MakePracticeFolder(h.t, {{u"10001100001"_qs, u"B"_qs, s1},
+  pt::MakePracticeFolder(h.t, {{u"10001100001"_qs, u"B"_qs, s1},
                                  {u"10001100002"_qs, u"A"_qs, s2},
                                  {u"10001100003"_qs, u"C"_qs},
                                  {u"10001100004"_qs, u"D"_qs}});
@@ -44,7 +44,7 @@ TEST(AnswerStep, FirstAttemptWrong) {
   ASSERT_TRUE(h.session().startFromDirectory(2));
   h.answer(u"A"_qs);
   EXPECT_TRUE(h.form3()->isVisible());
-  EXPECT_EQ(h.upper(), test::Stem(u"第一题"_qs));
+  EXPECT_EQ(h.upper(), pt::Stem(u"第一题"_qs));
   EXPECT_EQ(h.lower(), u"你错选了答案A。\r\n\r\n答案：B参见《示例法》第1条\r\n"_qs + kArticle1 + u"\r\n"_qs);
   EXPECT_EQ(h.form3()->Text1->text(), u"*10001100001*"_qs);
   EXPECT_EQ(h.run().DoneInRun, 1);
@@ -168,7 +168,7 @@ TEST(AnswerStep, TheRecordIsOnDiskBeforeTheWindowShows) {
 TEST(AnswerStep, TheKeyComesFromTheQuestionsText) {
   // The table says D, the text says B: the text decides.
   PracticeHarness h(false);
-  test::MakePracticeFolder(h.t, {{u"10001100001"_qs, u"D"_qs}});
+  pt::MakePracticeFolder(h.t, {{u"10001100001"_qs, u"D"_qs}});
   h.enterShiTi();
   ASSERT_TRUE(h.session().startFromDirectory(2));
   h.answer(u"B"_qs);
@@ -253,12 +253,12 @@ TEST(AnswerStep, TheUncertainMarkGoesIntoTodaysFile) {
 TEST(AnswerStep, ASimulatedPaperRecordsWithoutPriorWordsAndGoesOn) {
   PracticeHarness h;
   // Paper 00001: two single choices, both done before (the first wrongly).
-  h.t.writeGbk(u"\\moniti\\00001.mmd"_qs, u"示例试卷"_qs + test::Block(1, u"卷一"_qs, u"答案：B参见《示例法》第1条"_qs) +
-                                             test::Block(2, u"卷二"_qs, u"答案：A参见《示例法》第2条"_qs) + u"\r\n"_qs);
-  test::WriteItems(h.t, tables::kCsItems,
+  h.t.writeGbk(u"\\moniti\\00001.mmd"_qs, u"示例试卷"_qs + pt::Block(1, u"卷一"_qs, u"答案：B参见《示例法》第1条"_qs) +
+                                             pt::Block(2, u"卷二"_qs, u"答案：A参见《示例法》第2条"_qs) + u"\r\n"_qs);
+  pt::WriteItems(h.t, tables::kCsItems,
                    {{u"00001100001"_qs, u"B"_qs, entry(u"2026-09-01 08:00"_qs, u"A"_qs)},
                     {u"00001100002"_qs, u"A"_qs, entry(u"2026-09-01 08:00"_qs, u"A"_qs)}});
-  test::WriteDirectory(h.t, tables::kCsDirectory,
+  pt::WriteDirectory(h.t, tables::kCsDirectory,
                        {{u"示例试卷一 试卷一 单项选择题"_qs, u"\\moniti\\000011.mmd"_qs, {}, 2, 2},
                         {u"示例试卷一 试卷一 多项选择题"_qs, u"\\moniti\\000012.mmd"_qs, {}, 0, 0}});
   h.enterCeShi(2, 1, 30);
@@ -269,7 +269,7 @@ TEST(AnswerStep, ASimulatedPaperRecordsWithoutPriorWordsAndGoesOn) {
   // No answer window; the next question is there.
   EXPECT_FALSE(h.form3()->isVisible());
   EXPECT_EQ(h.run().CurIndex, 2);
-  EXPECT_EQ(h.frame->questionText(), test::Stem(u"卷二"_qs));
+  EXPECT_EQ(h.frame->questionText(), pt::Stem(u"卷二"_qs));
   EXPECT_TRUE(h.run().TimerRunning);
   // The record is written: a right answer goes in front.
   EXPECT_EQ(h.storyOf(u"00001100001"_qs, tables::kCsItems),
@@ -308,7 +308,7 @@ TEST(AnswerStep, ARunFromTheLawQueryChangesNothing) {
   EXPECT_FALSE(h.frame->isVisible());
   EXPECT_EQ(h.lawQueryShown, 1);
   EXPECT_FALSE(h.run().FromLawQuery);
-  EXPECT_EQ(test::ColumnOf(h.t, tables::kDirectory, u"g"_qs), QStringList({u"0"_qs, u"0"_qs, u"0"_qs, u"0"_qs, u"0"_qs}));
+  EXPECT_EQ(pt::ColumnOf(h.t, tables::kDirectory, u"g"_qs), QStringList({u"0"_qs, u"0"_qs, u"0"_qs, u"0"_qs, u"0"_qs}));
 }
 
 TEST(AnswerStep, ReturnOfTheFrameGoesBackToTheLawQuery) {

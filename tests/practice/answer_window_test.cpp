@@ -12,7 +12,7 @@
 #include "practice_harness.h"
 
 using namespace mj;
-using test::PracticeHarness;
+using pt::PracticeHarness;
 
 namespace {
 
@@ -24,7 +24,7 @@ const QString kArticle2 = u"《示例法》\r\n　　第二条　第二条的内
 struct Answered : PracticeHarness {
   explicit Answered(bool withForum = false, const QList<int>& boards = {}, int passDays = 30)
       : PracticeHarness(false) {
-    test::MakePracticeFolder(t, {}, withForum, boards);
+    pt::MakePracticeFolder(t, {}, withForum, boards);
     enterShiTi(1, 1, passDays);
     EXPECT_TRUE(session().startFromDirectory(2));
     answer(u"A"_qs);
@@ -85,7 +85,7 @@ TEST(AnswerWindow, HistoryOfAQuestionDoneOnce) {
 TEST(AnswerWindow, HistoryOfAQuestionDoneBefore) {
   PracticeHarness h(false);
   const QString older = u"2026-09-01 08:00   B2026-08-01 08:00   A"_qs;
-  test::MakePracticeFolder(h.t, {{u"10001100001"_qs, u"B"_qs, older}});
+  pt::MakePracticeFolder(h.t, {{u"10001100001"_qs, u"B"_qs, older}});
   h.enterShiTi(5, 1, 30);
   ASSERT_TRUE(h.session().startFromDirectory(2));
   h.answer(u"B"_qs);
@@ -112,7 +112,7 @@ TEST(AnswerWindow, ProviderBox) {
   h.form3()->Command5[1]->click();
   ASSERT_EQ(h.t.boxes.shown().size(), 1);
   EXPECT_EQ(h.t.boxes.shown()[0].title, u"提供者信息"_qs);
-  EXPECT_EQ(h.t.boxes.shown()[0].text, test::kProvider);
+  EXPECT_EQ(h.t.boxes.shown()[0].text, pt::kProvider);
   // A question without a provider block has an empty one.
   h.form3()->Command1[3]->click();
   h.frame->Frame3Cmd[1]->click();
@@ -133,7 +133,7 @@ TEST(AnswerWindow, HidingAskesFirstAndNoKeepsTheQuestion) {
   EXPECT_EQ(box::defaultAnswer(boxes[0].style), box::No);
   EXPECT_EQ(h.form3()->Command3->text(), u"屏蔽该题"_qs);
   EXPECT_TRUE(h.form3()->Command3->isEnabled());
-  EXPECT_EQ(test::ColumnOf(h.t, tables::kItems, u"valid2"_qs)[0], u"T"_qs);
+  EXPECT_EQ(pt::ColumnOf(h.t, tables::kItems, u"valid2"_qs)[0], u"T"_qs);
 }
 
 TEST(AnswerWindow, AHiddenQuestionsButtonStaysDisabledUntilTheWindowLoads) {
@@ -143,7 +143,7 @@ TEST(AnswerWindow, AHiddenQuestionsButtonStaysDisabledUntilTheWindowLoads) {
   h.form3()->Command3->click();
   EXPECT_EQ(h.form3()->Command3->text(), u"已经屏蔽"_qs);
   EXPECT_FALSE(h.form3()->Command3->isEnabled());
-  EXPECT_EQ(test::ColumnOf(h.t, tables::kItems, u"valid2"_qs),
+  EXPECT_EQ(pt::ColumnOf(h.t, tables::kItems, u"valid2"_qs),
             QStringList({u"F"_qs, u"T"_qs, u"T"_qs, u"T"_qs, u"T"_qs, u"T"_qs, u"T"_qs}));
   EXPECT_FALSE(h.app.ItemData[0].valid2);
   // The hidden question stays in the current list.
@@ -173,7 +173,7 @@ TEST(AnswerWindow, DoubleStarsOfAnExchangeNumberAreReduced) {
   h.form3()->Text1->setText(u"**10001200001**"_qs);
   EXPECT_EQ(h.form3()->Text1->text(), u"*10001200001*"_qs);
   // The question of that number with its answer and law text; the run stays.
-  EXPECT_EQ(h.upper(), test::Stem(u"多选一"_qs));
+  EXPECT_EQ(h.upper(), pt::Stem(u"多选一"_qs));
   EXPECT_EQ(h.lower(), u"答案：AC参见《示例法》第1条\r\n\r\n"_qs + kArticle1 + u"\r\n"_qs);
   EXPECT_EQ(h.run().CurIndex, 1);
   EXPECT_EQ(h.run().CurItemId, u"10001100001"_qs);
@@ -241,8 +241,8 @@ TEST(AnswerWindow, NextAndPreviousShowTheQuestionWithItsAnswer) {
   EXPECT_TRUE(h.form3()->Command1[2]->isEnabled());
   h.form3()->Command1[2]->click();
   EXPECT_EQ(h.run().CurIndex, 2);
-  EXPECT_EQ(h.frame->questionText(), test::Stem(u"第二题"_qs));
-  EXPECT_EQ(h.upper(), test::Stem(u"第二题"_qs));
+  EXPECT_EQ(h.frame->questionText(), pt::Stem(u"第二题"_qs));
+  EXPECT_EQ(h.upper(), pt::Stem(u"第二题"_qs));
   EXPECT_EQ(h.lower(), u"答案：A参见《示例法》第2条、第3条\r\n"_qs + kArticle2 +
                            u"\r\n《示例法》\r\n　　第三条　第三条的内容。\r\n\r\n"_qs);
   EXPECT_EQ(h.form3()->Text1->text(), u"*10001100002*"_qs);
@@ -250,7 +250,7 @@ TEST(AnswerWindow, NextAndPreviousShowTheQuestionWithItsAnswer) {
   EXPECT_TRUE(h.form3()->Command1[1]->isEnabled());
   h.form3()->Command1[1]->click();
   EXPECT_EQ(h.run().CurIndex, 1);
-  EXPECT_EQ(h.upper(), test::Stem(u"第一题"_qs));
+  EXPECT_EQ(h.upper(), pt::Stem(u"第一题"_qs));
   EXPECT_FALSE(h.form3()->Command1[1]->isEnabled());
   EXPECT_TRUE(h.form3()->isVisible());
 }

@@ -26,7 +26,9 @@
 #include "settings/settings.h"
 #include "support/test_env.h"
 
-namespace mj::test {
+namespace mj::pt {
+
+using test::TestEnv;
 
 inline const QString kLawText = QStringList({
                                       u"示例法"_qs,
@@ -241,4 +243,4 @@ struct PracticeHarness {
   void answer(const QString& caption) { frame->Command2[AnswerCaptions().indexOf(caption)]->click(); }
 };
 
-}  // namespace mj::test
+}  // namespace mj::pt

@@ -18,7 +18,7 @@
 #include "settings/personal_settings_window.h"
 
 using namespace mj;
-using test::PracticeHarness;
+using pt::PracticeHarness;
 
 namespace {
 
@@ -46,7 +46,7 @@ TEST(PracticeRun, ABankStartsAtItsFirstDueQuestion) {
   EXPECT_EQ(r.CurType, 1);
   EXPECT_EQ(r.GridRow, 2);
   EXPECT_EQ(r.RunTitle, u"◎《示例法》单项选择题"_qs);
-  EXPECT_EQ(h.frame->questionText(), test::Stem(u"第一题"_qs));
+  EXPECT_EQ(h.frame->questionText(), pt::Stem(u"第一题"_qs));
   EXPECT_EQ(r.AnswerField, u"答案：B参见《示例法》第1条\r\n"_qs);
   // The law text is ready before the first answer, the buttons usable again.
   EXPECT_EQ(r.LawText, kArticle1 + u"\r\n"_qs);
@@ -105,7 +105,7 @@ TEST(PracticeRun, ABankWithNothingDueGivesTheBoxPleaseNote) {
   (void)unused;
   PracticeHarness h(false);
   const QString today = h.t.clock.now().toString(u"yyyy-MM-dd HH:mm"_qs);
-  test::MakePracticeFolder(h.t, {{u"10001100001"_qs, u"B"_qs}, {u"10001300001"_qs, u"A"_qs, today + u"   A"_qs}});
+  pt::MakePracticeFolder(h.t, {{u"10001100001"_qs, u"B"_qs}, {u"10001300001"_qs, u"A"_qs, today + u"   A"_qs}});
   h.enterShiTi();
   EXPECT_FALSE(h.session().startFromDirectory(4));
   const QList<BoxRecord> boxes = h.t.boxes.shown();
@@ -127,7 +127,7 @@ TEST(PracticeRun, MovingOnAndBack) {
   h.frame->Frame3Cmd[2]->click();
   EXPECT_EQ(r.CurIndex, 2);
   EXPECT_EQ(r.CurItemId, u"10001100002"_qs);
-  EXPECT_EQ(h.frame->questionText(), test::Stem(u"第二题"_qs));
+  EXPECT_EQ(h.frame->questionText(), pt::Stem(u"第二题"_qs));
   EXPECT_EQ(r.AnswerField, u"答案：A参见《示例法》第2条、第3条\r\n"_qs);
   EXPECT_EQ(r.PrevQuestionSeconds, 42);
   EXPECT_EQ(r.QuestionSeconds, 0);
@@ -138,7 +138,7 @@ TEST(PracticeRun, MovingOnAndBack) {
   h.frame->Frame3Cmd[2]->click();
   EXPECT_EQ(r.CurIndex, 4);
   EXPECT_FALSE(h.frame->Frame3Cmd[2]->isEnabled());
-  EXPECT_EQ(h.frame->questionText(), test::Stem(u"第四题"_qs));
+  EXPECT_EQ(h.frame->questionText(), pt::Stem(u"第四题"_qs));
   h.frame->Frame3Cmd[1]->click();
   h.frame->Frame3Cmd[1]->click();
   h.frame->Frame3Cmd[1]->click();
@@ -148,7 +148,7 @@ TEST(PracticeRun, MovingOnAndBack) {
   // The provider block of a question goes to its own box.
   h.frame->Frame3Cmd[2]->click();
   h.frame->Frame3Cmd[2]->click();
-  EXPECT_EQ(r.ProviderInfo, test::kProvider);
+  EXPECT_EQ(r.ProviderInfo, pt::kProvider);
 }
 
 TEST(PracticeRun, AOneQuestionListDisablesBothMoves) {
@@ -278,12 +278,12 @@ TEST(PracticeRun, TheEndAddsTheCountersToTheRowItsHeadingAndTheTable) {
   EXPECT_EQ(h.dir.text(1, kColScore), u"66%"_qs);
   EXPECT_EQ(h.dir.text(1, kColEligible), u"4"_qs);
   // The directory table: the row's fields 5, 6, 10, 11; the score is not stored.
-  EXPECT_EQ(test::ColumnOf(h.t, tables::kDirectory, u"g"_qs), QStringList({u"0"_qs, u"3"_qs, u"0"_qs, u"0"_qs, u"0"_qs}));
-  EXPECT_EQ(test::ColumnOf(h.t, tables::kDirectory, u"h"_qs), QStringList({u"0"_qs, u"2"_qs, u"0"_qs, u"0"_qs, u"0"_qs}));
-  EXPECT_EQ(test::ColumnOf(h.t, tables::kDirectory, u"l"_qs), QStringList({u"0"_qs, u"2"_qs, u"0"_qs, u"0"_qs, u"0"_qs}));
-  EXPECT_EQ(test::ColumnOf(h.t, tables::kDirectory, u"oknum"_qs),
+  EXPECT_EQ(pt::ColumnOf(h.t, tables::kDirectory, u"g"_qs), QStringList({u"0"_qs, u"3"_qs, u"0"_qs, u"0"_qs, u"0"_qs}));
+  EXPECT_EQ(pt::ColumnOf(h.t, tables::kDirectory, u"h"_qs), QStringList({u"0"_qs, u"2"_qs, u"0"_qs, u"0"_qs, u"0"_qs}));
+  EXPECT_EQ(pt::ColumnOf(h.t, tables::kDirectory, u"l"_qs), QStringList({u"0"_qs, u"2"_qs, u"0"_qs, u"0"_qs, u"0"_qs}));
+  EXPECT_EQ(pt::ColumnOf(h.t, tables::kDirectory, u"oknum"_qs),
             QStringList({u"7"_qs, u"1"_qs, u"2"_qs, u"1"_qs, u"0"_qs}));
-  EXPECT_EQ(test::ColumnOf(h.t, tables::kDirectory, u"i"_qs), QStringList({u""_qs, u""_qs, u""_qs, u""_qs, u""_qs}));
+  EXPECT_EQ(pt::ColumnOf(h.t, tables::kDirectory, u"i"_qs), QStringList({u""_qs, u""_qs, u""_qs, u""_qs, u""_qs}));
 }
 
 TEST(PracticeRun, ListRunsWriteNoCountersAtTheEnd) {
@@ -296,7 +296,7 @@ TEST(PracticeRun, ListRunsWriteNoCountersAtTheEnd) {
   h.frame->Frame3Cmd[3]->click();
   EXPECT_EQ(h.listGridShown, 1);
   EXPECT_FALSE(h.gridShown);
-  EXPECT_EQ(test::ColumnOf(h.t, tables::kDirectory, u"g"_qs), QStringList({u"0"_qs, u"0"_qs, u"0"_qs, u"0"_qs, u"0"_qs}));
+  EXPECT_EQ(pt::ColumnOf(h.t, tables::kDirectory, u"g"_qs), QStringList({u"0"_qs, u"0"_qs, u"0"_qs, u"0"_qs, u"0"_qs}));
   EXPECT_EQ(h.dir.text(2, kColDone), u"0"_qs);
   // No record either: a list run of the day files writes none.
   EXPECT_EQ(h.storyOf(u"10001100002"_qs), u"no"_qs);
@@ -306,10 +306,10 @@ TEST(PracticeRun, AListRunMaySpanBanksAndTypes) {
   PracticeHarness h;
   h.enterShiTi();
   ASSERT_TRUE(h.session().startListRun(u"1000110000210001200001"_qs, false));
-  EXPECT_EQ(h.frame->questionText(), test::Stem(u"第二题"_qs));
+  EXPECT_EQ(h.frame->questionText(), pt::Stem(u"第二题"_qs));
   EXPECT_EQ(shownCaptions(h.frame).size(), 4);
   h.frame->Frame3Cmd[2]->click();
-  EXPECT_EQ(h.frame->questionText(), test::Stem(u"多选一"_qs));
+  EXPECT_EQ(h.frame->questionText(), pt::Stem(u"多选一"_qs));
   EXPECT_EQ(h.run().CurType, 2);
   EXPECT_EQ(shownCaptions(h.frame).size(), 11);
 }

@@ -60,8 +60,8 @@ QString wrongFor(const QString& key) { return key == u"A" ? u"B"_qs : u"A"_qs; }
 TEST(PracticeWindow, RowsWithoutQuestions) {
   Window w;
   test::MakeProgramFolder(w.t);
-  test::MakePracticeFolder(w.t);
-  test::WriteDirectory(w.t, tables::kDirectory,
+  pt::MakePracticeFolder(w.t);
+  pt::WriteDirectory(w.t, tables::kDirectory,
                        {{u"第一部分"_qs, {}, u"2-3"_qs, 4, 4},
                         {u"《示例法》待追加"_qs, u"\\yibanti\\100019.mmd"_qs, {}, 0, 0},
                         {u"《示例法》单项选择题"_qs, u"\\yibanti\\100011.mmd"_qs, {}, 4, 4},
@@ -96,7 +96,7 @@ TEST(PracticeWindow, RowsWithoutQuestions) {
 TEST(PracticeWindow, TheSettingsStyleReachesTheQuestionAndAnswerBoxes) {
   Window w;
   test::MakeProgramFolder(w.t);
-  test::MakePracticeFolder(w.t);
+  pt::MakePracticeFolder(w.t);
   WriteSettings(w.t);
   w.start();
   TextStyle s = w.form->state().settings->style();
@@ -193,10 +193,10 @@ TEST(PracticeWindow, DemonstrationDataRunAndSecondDay) {
   EXPECT_EQ(g->item(bankRow - 1, kColDone)->text(), u"4"_qs);
 
   // The directory table: only the run's row.
-  const QStringList done = test::ColumnOf(w.t, tables::kDirectory, u"g"_qs);
-  const QStringList right = test::ColumnOf(w.t, tables::kDirectory, u"h"_qs);
-  const QStringList minutes = test::ColumnOf(w.t, tables::kDirectory, u"l"_qs);
-  const QStringList oknum = test::ColumnOf(w.t, tables::kDirectory, u"oknum"_qs);
+  const QStringList done = pt::ColumnOf(w.t, tables::kDirectory, u"g"_qs);
+  const QStringList right = pt::ColumnOf(w.t, tables::kDirectory, u"h"_qs);
+  const QStringList minutes = pt::ColumnOf(w.t, tables::kDirectory, u"l"_qs);
+  const QStringList oknum = pt::ColumnOf(w.t, tables::kDirectory, u"oknum"_qs);
   for (int r = 0; r < done.size(); ++r) {
     EXPECT_EQ(done[r], r + 1 == bankRow ? u"4"_qs : u"0"_qs) << r;
     EXPECT_EQ(right[r], r + 1 == bankRow ? u"2"_qs : u"0"_qs) << r;
