@@ -3,6 +3,7 @@
 #include "app/text_toolkit.h"
 #include "platform/dbftable.h"
 #include "platform/paths.h"
+#include "platform/textfile.h"
 #include "platform/vbtext.h"
 
 namespace mj {
@@ -42,26 +43,33 @@ namespace {
 
 // A field as the database gave it in a text: numbers without decimals, text
 // trimmed.
-QString FieldText(const DbfTable& t, int record, int field) {
-  if (t.fields().value(field).type == 'N') return NumText(t.number(record, field));
-  return t.trimmedText(record, field);
+QString FieldText(const DbfScan& t, int field) {
+  if (t.fields().value(field).type == 'N') return NumText(t.number(field));
+  return t.trimmedText(field);
 }
 
 }  // namespace
 
 QString DiscussionLink(const QString& folder, const QString& table, const QString& id, const QString& newsLink1,
                        const QString& newsLink3) {
-  const DbfTable t = DbfTable::open(AppPath(folder, table));
-  const int board = t.fieldIndex(QStringLiteral("boardid"));
-  // Tables that did not come with the forum data have no such field: no
-  // need to look for the row.
+  // One pass over the file, comparing the bytes of the ID: the activation
+  // of the answer window runs this after every answer.
+  DbfScan scan(AppPath(folder, table));
+  const int board = scan.fieldIndex(QStringLiteral("boardid"));
+  // Tables that did not come with the forum data have no such field.
   if (board < 0) return QString();
-  const int topic = t.fieldIndex(QStringLiteral("topicid"));
-  const QList<int> rows = Select(t, {{QStringLiteral("itemid"), id}});
-  if (rows.isEmpty() || t.isNull(rows.first(), board)) return QString();
-  const int r = rows.first();
-  return newsLink1 + QStringLiteral("?boardid=") + FieldText(t, r, board) + QStringLiteral("&id=") +
-         (topic >= 0 ? FieldText(t, r, topic) : QString()) + newsLink3;
+  const int topic = scan.fieldIndex(QStringLiteral("topicid"));
+  const int itemid = scan.fieldIndex(QStringLiteral("itemid"));
+  const QByteArray wanted = ToGbk(id);
+  while (scan.next()) {
+    QByteArrayView v = scan.bytes(itemid);
+    while (!v.isEmpty() && v.back() == ' ') v.chop(1);
+    if (v != wanted) continue;
+    if (scan.isNull(board)) return QString();
+    return newsLink1 + QStringLiteral("?boardid=") + FieldText(scan, board) + QStringLiteral("&id=") +
+           (topic >= 0 ? FieldText(scan, topic) : QString()) + newsLink3;
+  }
+  return QString();
 }
 
 ExchangeStep ReadExchangeNumber(const QString& boxText, const QString& currentId, const ItemIndex& allItemData) {
