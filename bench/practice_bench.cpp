@@ -5,6 +5,7 @@
 // the growth of the resident memory and every record checked in the table.
 
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 
 #include <QApplication>
 #include <QDir>
@@ -14,7 +15,6 @@
 #include <QTemporaryDir>
 #include <QVBoxLayout>
 #include <cstdio>
-#include <malloc.h>
 #include <memory>
 
 #include "app/text_toolkit.h"
@@ -162,7 +162,7 @@ struct Practice {
     const QString first = AnswerCaptions()[row.first];
     return k == first ? AnswerCaptions()[row.first + 1] : first;
   }
-  void answer(const QString& caption) { session().answer(AnswerButtonIndex(caption)); }
+  void answer(const QString& caption) { session().Command2_Click(AnswerButtonIndex(caption)); }
 };
 
 // One answer with the law text made anew (the question was just moved to);
@@ -182,7 +182,7 @@ void AnswerToWindow(benchmark::State& state, bool cold) {
     QCoreApplication::processEvents();
     if (answers > 0) {
       if (!p.session().canGoOn()) p.run().CurIndex = 0;
-      p.session().frame3Cmd(2);
+      p.session().Frame3Cmd_Click(2);
     }
     if (cold) ClearLawCache();
     const QString caption = answers % 2 ? p.wrong(p.key()) : p.key();
@@ -226,9 +226,9 @@ void BM_Soak10000Answers(benchmark::State& state) {
         // The window system's turn between two clicks.
         QCoreApplication::processEvents();
         if (!p.session().canGoOn()) break;
-        p.session().frame3Cmd(2);
+        p.session().Frame3Cmd_Click(2);
       }
-      p.session().frame3Cmd(3);
+      p.session().Frame3Cmd_Click(3);
     }
   }
   const long rssEnd = RssKb();

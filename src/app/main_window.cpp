@@ -245,17 +245,15 @@ void Form1::wirePractice() {
   parts.showListGrid = [this](bool hideFrameParts) {
     showGrids();
     MSFlexGrid2->setVisible(true);
-    if (hideFrameParts)
-      for (QWidget* f : Frame1) f->setVisible(false);
+    if (hideFrameParts) DoHide(Frame1);
   };
-  parts.hideFrames = [this] {
-    for (QWidget* f : Frame1) f->setVisible(false);
-  };
+  parts.hideFrames = [this] { DoHide(Frame1); };
   parts.refreshMain = [this] { update(); };
   practice->setMainWindowParts(std::move(parts));
   // A bank of the directory starts a run; the clock ticks once a second.
-  connect(MSFlexGrid1, &DirectoryGrid::leafClicked, this, [this](int row) { practice->session().startFromDirectory(row); });
-  connect(Timer1, &QTimer::timeout, this, [this] { practice->session().tick(); });
+  connect(MSFlexGrid1, &DirectoryGrid::leafClicked, this,
+          [this](int row) { practice->session().startFromDirectory(row); });
+  connect(Timer1, &QTimer::timeout, this, [this] { practice->session().Timer1_Timer(); });
 }
 
 void Form1::openDirectory(DirectoryMode mode) {

@@ -6,9 +6,9 @@ namespace mj {
 
 const QStringList& AnswerCaptions() {
   static const QStringList captions = {
-      QStringLiteral("A"),   QStringLiteral("B"),   QStringLiteral("C"),   QStringLiteral("D"),
-      QStringLiteral("AB"),  QStringLiteral("AC"),  QStringLiteral("AD"),  QStringLiteral("BC"),
-      QStringLiteral("BD"),  QStringLiteral("CD"),  QStringLiteral("ABC"), QStringLiteral("ABD"),
+      QStringLiteral("A"),   QStringLiteral("B"),   QStringLiteral("C"),    QStringLiteral("D"),
+      QStringLiteral("AB"),  QStringLiteral("AC"),  QStringLiteral("AD"),   QStringLiteral("BC"),
+      QStringLiteral("BD"),  QStringLiteral("CD"),  QStringLiteral("ABC"),  QStringLiteral("ABD"),
       QStringLiteral("ACD"), QStringLiteral("BCD"), QStringLiteral("ABCD"),
   };
   return captions;

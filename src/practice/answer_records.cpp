@@ -8,9 +8,7 @@
 
 namespace mj {
 
-QString UncertainDayFile(const Env& env) {
-  return env.path(QStringLiteral("\\模糊题\\") + TodayIniName(env.today()));
-}
+QString UncertainDayFile(const Env& env) { return env.path(QStringLiteral("\\模糊题\\") + TodayIniName(env.today())); }
 
 bool MarkUncertain(const Env& env, const QString& id) {
   const QString folder = env.path(QStringLiteral("\\模糊题"));

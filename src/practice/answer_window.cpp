@@ -84,7 +84,8 @@ Form3::Form3(QWidget* parent) : QWidget(parent, Qt::Window) {
                     QStringLiteral("在查询法律的同时还能使你做一下出自该法条的其它试题"));
   Command3 = button(QStringLiteral("Command3"), kHideCaption,
                     QStringLiteral("如果此题已经非常熟练或有错误或重复，则点击这里便可使其永不在此处出现。"));
-  Command4 = button(QStringLiteral("Command4"), QStringLiteral("修改/注释"), QStringLiteral("对本题进行修改、加注释并保存。"));
+  Command4 =
+      button(QStringLiteral("Command4"), QStringLiteral("修改/注释"), QStringLiteral("对本题进行修改、加注释并保存。"));
   for (QPushButton* b : {Command5[0], Command5[1], Command6, Command2, Command3, Command4}) tools->addWidget(b);
   tools->addStretch(1);
   outer->addLayout(tools);
@@ -234,8 +235,7 @@ bool Form3::eventFilter(QObject* watched, QEvent* event) {
     auto* e = static_cast<QMouseEvent*>(event);
     if (answerTextDoubleClicked) {
       const QTextCursor c = Form3Text[1]->cursorForPosition(e->position().toPoint());
-      answerTextDoubleClicked(Form3Text[1]->toPlainText(), c.position(),
-                              (e->modifiers() & Qt::ControlModifier) != 0);
+      answerTextDoubleClicked(Form3Text[1]->toPlainText(), c.position(), (e->modifiers() & Qt::ControlModifier) != 0);
     }
   }
   return QWidget::eventFilter(watched, event);

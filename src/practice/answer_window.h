@@ -77,10 +77,10 @@ class Form3 : public QWidget {
   std::function<void(const QString& text, int position, bool ctrl)> answerTextDoubleClicked;
 
   // Controls, by their names.
-  QList<QTextEdit*> Form3Text;  // 0 upper: the question; 1 lower: outcome, answer, law text
-  QLabel* Label1 = nullptr;     // "网络交流号"
-  QLineEdit* Text1 = nullptr;   // the exchange number
-  QList<QPushButton*> Command1;  // 标准, 上一题, 下一题, 返回
+  QList<QTextEdit*> Form3Text;      // 0 upper: the question; 1 lower: outcome, answer, law text
+  QLabel* Label1 = nullptr;         // "网络交流号"
+  QLineEdit* Text1 = nullptr;       // the exchange number
+  QList<QPushButton*> Command1;     // 标准, 上一题, 下一题, 返回
   QPushButton* Command2 = nullptr;  // 法律查询
   QPushButton* Command3 = nullptr;  // 屏蔽该题
   QPushButton* Command4 = nullptr;  // 修改/注释
@@ -89,16 +89,16 @@ class Form3 : public QWidget {
   QSplitter* splitter = nullptr;
 
  signals:
-  void activated();                       // shown or made the active window
-  void moveRequested(int index);          // 1 上一题, 2 下一题
-  void returnRequested();                 // 返回
-  void hideRequested();                   // 屏蔽该题
-  void historyRequested();                // 做题历史
-  void providerRequested();               // 试题提供
+  void activated();                                  // shown or made the active window
+  void moveRequested(int index);                     // 1 上一题, 2 下一题
+  void returnRequested();                            // 返回
+  void hideRequested();                              // 屏蔽该题
+  void historyRequested();                           // 做题历史
+  void providerRequested();                          // 试题提供
   void discussionRequested(const QString& address);  // 网上讨论
   void exchangeNumberChanged(const QString& text);   // any change of Text1
-  void lawQueryRequested();               // 法律查询
-  void editorRequested();                 // 修改/注释
+  void lawQueryRequested();                          // 法律查询
+  void editorRequested();                            // 修改/注释
   void visibilityChanged(bool visible);
 
  protected:

@@ -29,8 +29,19 @@ void AltFont(const QList<QPushButton*>& controls) {
   }
 }
 
-PracticeFrame::PracticeFrame(AppState& app, QWidget* parent)
-    : QWidget(parent), app_(app), session_(app, *this) {
+void SetArrayEnabled(const QList<QPushButton*>& controls, bool enabled) {
+  for (QPushButton* c : controls) c->setEnabled(enabled);
+}
+
+void DoHide(const QList<QWidget*>& controls) {
+  for (QWidget* c : controls) c->setVisible(false);
+}
+
+void DoShow(const QList<QWidget*>& controls) {
+  for (QWidget* c : controls) c->setVisible(true);
+}
+
+PracticeFrame::PracticeFrame(AppState& app, QWidget* parent) : QWidget(parent), app_(app), session_(app, *this) {
   setObjectName(QStringLiteral("Frame1_3"));
   setFocusPolicy(Qt::StrongFocus);
   build();
@@ -95,7 +106,7 @@ void PracticeFrame::build() {
     b->setVisible(false);
     connect(b, &QPushButton::clicked, this, [this, i] {
       setTyped(QString());
-      session_.answer(i);
+      session_.Command2_Click(i);
     });
     Command2.append(b);
   }
@@ -118,7 +129,7 @@ void PracticeFrame::build() {
     auto* b = new QPushButton(moveCaptions[i], moveBar_);
     b->setObjectName(QStringLiteral("Frame3Cmd_%1").arg(i));
     b->setAutoDefault(false);
-    connect(b, &QPushButton::clicked, this, [this, i] { session_.frame3Cmd(i); });
+    connect(b, &QPushButton::clicked, this, [this, i] { session_.Frame3Cmd_Click(i); });
     moves->addWidget(b);
     Frame3Cmd.append(b);
   }
@@ -131,7 +142,7 @@ void PracticeFrame::build() {
     auto* b = new QPushButton(fontCaptions[i], this);
     b->setObjectName(QStringLiteral("Frame6BigOrSmallCmd_%1").arg(i));
     b->setAutoDefault(false);
-    connect(b, &QPushButton::clicked, this, [this, i] { session_.fontButton(i); });
+    connect(b, &QPushButton::clicked, this, [this, i] { session_.Frame6BigOrSmallCmd_Click(i); });
     bottom->addWidget(b);
     Frame6BigOrSmallCmd.append(b);
   }
@@ -172,14 +183,25 @@ void PracticeFrame::setEditorHook(std::function<void()> hook) {
   form3_->setEditorAvailable(available);
 }
 
+bool PracticeFrame::startListRun(const QString& ids, bool fromLawQuery) {
+  form3_->hide();
+  QWidget* main = window();
+  if (main != this) {
+    main->show();
+    main->raise();
+    main->activateWindow();
+  }
+  return session_.startListRun(ids, fromLawQuery);
+}
+
 // --- the answer buttons ---
 
-void PracticeFrame::prepareFrame() {
+void PracticeFrame::IniObjInFrame1_3() {
   AltFont(Command2);
   layoutAnswerButtons();
 }
 
-void PracticeFrame::placeAnswerButtons(int type) {
+void PracticeFrame::PutFrame6Cmd(int type) {
   type_ = type;
   setTyped(QString());
   layoutAnswerButtons();
@@ -212,9 +234,7 @@ void PracticeFrame::layoutAnswerButtons() {
   Frame6->setMinimumSize(left * 2 + (count - 1) * step + width, top + height + 8);
 }
 
-void PracticeFrame::setAnswerButtonsEnabled(bool enabled) {
-  for (QPushButton* b : Command2) b->setEnabled(enabled);
-}
+void PracticeFrame::setAnswerButtonsEnabled(bool enabled) { SetArrayEnabled(Command2, enabled); }
 
 // --- the question ---
 

@@ -34,13 +34,13 @@ class PracticeFrame : public QWidget, public PracticeView {
  public:
   // What the frame needs of the main window.
   struct MainWindowParts {
-    std::function<void()> showPracticeFace;      // the client area shows the practice face
-    std::function<Directory*()> directory;       // the rows of MSFlexGrid1
-    std::function<void()> refreshDirectory;      // MSFlexGrid1 drawn again
+    std::function<void()> showPracticeFace;       // the client area shows the practice face
+    std::function<Directory*()> directory;        // the rows of MSFlexGrid1
+    std::function<void()> refreshDirectory;       // MSFlexGrid1 drawn again
     std::function<void(bool)> showDirectoryGrid;  // MSFlexGrid1 shown (with the grid face) or hidden
     std::function<void(int)> setDirectoryFontSize;
     std::function<void(bool hideFrameParts)> showListGrid;  // MSFlexGrid2
-    std::function<void()> hideFrames;            // every frame of Frame1
+    std::function<void()> hideFrames;                       // every frame of Frame1
     std::function<void()> refreshMain;
   };
 
@@ -51,6 +51,13 @@ class PracticeFrame : public QWidget, public PracticeView {
   PracticeSession& session() { return session_; }
   Form3* answerWindow() const { return form3_; }
   Form2* personalSettingsWindow() const { return form2_; }
+
+  // A run over a given ID list, for the law query ("相关NN题": fromLawQuery
+  // true; set lawQueryHook so that 返回 leads back there) and the day lists
+  // (which set InUpdateList or InOtherList first). The answer window goes,
+  // the main window comes up with the practice frame and the first question.
+  // False for an empty list (the box "请注意" was shown).
+  bool startListRun(const QString& ids, bool fromLawQuery);
 
   // --- hooks for the windows of later parts ---
   // Back to the law query when a run that came from there ends.
@@ -70,7 +77,7 @@ class PracticeFrame : public QWidget, public PracticeView {
   QLabel* Label6 = nullptr;  // the clock
   QTextEdit* Text3 = nullptr;
   QCheckBox* Check1 = nullptr;
-  QLabel* Label13 = nullptr;  // "也许是……"
+  QLabel* Label13 = nullptr;                // "也许是……"
   QList<QPushButton*> Frame3Cmd;            // 设置, 上题, 下题, 返回
   QList<QPushButton*> Frame6BigOrSmallCmd;  // 大字体, 小字体
   QGroupBox* Frame6 = nullptr;              // "答案"
@@ -78,8 +85,8 @@ class PracticeFrame : public QWidget, public PracticeView {
   QLabel* typedLabel = nullptr;             // the letters typed for the next answer
 
   // --- PracticeView ---
-  void prepareFrame() override;
-  void placeAnswerButtons(int type) override;
+  void IniObjInFrame1_3() override;
+  void PutFrame6Cmd(int type) override;
   void setAnswerButtonsEnabled(bool enabled) override;
   void setQuestionText(const QString& text) override;
   void setQuestionFontSize(int size) override;
@@ -137,7 +144,12 @@ class PracticeFrame : public QWidget, public PracticeView {
   bool blocked_ = false;
 };
 
-// AltFont: the font size of every control of an array set to 13.
+// Helpers on control arrays. AltFont: the font size of every member set to
+// 13. SetArrayEnabled: Enabled of every member. DoHide, DoShow: Visible of
+// every member.
 void AltFont(const QList<QPushButton*>& controls);
+void SetArrayEnabled(const QList<QPushButton*>& controls, bool enabled);
+void DoHide(const QList<QWidget*>& controls);
+void DoShow(const QList<QWidget*>& controls);
 
 }  // namespace mj

@@ -12,17 +12,17 @@
 namespace mj {
 
 struct PracticeRun {
-  QString RunIds;           // the IDs of the run, 11 characters each
-  qint32 CurIndex = 0;      // 1-based place in the list
-  QString CurItemId;        // the ID at that place
-  qint32 CurNum = 0;        // its serial number
-  qint16 CurType = 0;       // 1, 2 or 3 from character 6 of the ID
-  QString RunTitle;         // "◎" + the trimmed directory label
-  qint16 GridRow = 0;       // the directory row of the run
-  qint16 DoneInRun = 0;     // answers given in this run
-  qint16 RightInRun = 0;    // right answers
-  qint16 OutInRun = 0;      // questions this run finished
-  qint32 RunSeconds = 0;    // running time of the run
+  QString RunIds;         // the IDs of the run, 11 characters each
+  qint32 CurIndex = 0;    // 1-based place in the list
+  QString CurItemId;      // the ID at that place
+  qint32 CurNum = 0;      // its serial number
+  qint16 CurType = 0;     // 1, 2 or 3 from character 6 of the ID
+  QString RunTitle;       // "◎" + the trimmed directory label
+  qint16 GridRow = 0;     // the directory row of the run
+  qint16 DoneInRun = 0;   // answers given in this run
+  qint16 RightInRun = 0;  // right answers
+  qint16 OutInRun = 0;    // questions this run finished
+  qint32 RunSeconds = 0;  // running time of the run
   qint32 QuestionSeconds = 0;
   qint16 PrevQuestionSeconds = 0;
   bool TimerRunning = false;  // set by a change of the question text, cleared by an answer and by moving

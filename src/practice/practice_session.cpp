@@ -84,11 +84,11 @@ void PracticeSession::beginRun() {
   r.RightInRun = 0;
   // 9. The frame's controls, once per program run.
   if (!r.FrameReady) {
-    view_.prepareFrame();
+    view_.IniObjInFrame1_3();
     r.FrameReady = true;
   }
   // 10.
-  view_.placeAnswerButtons(r.CurType);
+  view_.PutFrame6Cmd(r.CurType);
   // 11.
   r.RunSeconds = 0;
   r.QuestionSeconds = 0;
@@ -139,12 +139,12 @@ void PracticeSession::showQuestionAt() {
   r.AnswerField = GetField(block, 2, r.ProviderInfo);
   r.LawText.clear();
   r.LawTextStale = true;
-  view_.placeAnswerButtons(r.CurType);
+  view_.PutFrame6Cmd(r.CurType);
 }
 
 void PracticeSession::updateMoveButtons() { view_.setMoveEnabled(canGoBack(), canGoOn()); }
 
-void PracticeSession::frame3Cmd(int index) {
+void PracticeSession::Frame3Cmd_Click(int index) {
   PracticeRun& r = run();
   switch (index) {
     case 0:
@@ -218,7 +218,7 @@ void PracticeSession::endRun() {
   }
 }
 
-void PracticeSession::fontButton(int index) {
+void PracticeSession::Frame6BigOrSmallCmd_Click(int index) {
   PracticeRun& r = run();
   const int size = index == 0 ? BiggerFontSize(r.FontSize) : SmallerFontSize(r.FontSize);
   r.FontSize = static_cast<qint16>(size);
@@ -229,7 +229,7 @@ void PracticeSession::fontButton(int index) {
   }
 }
 
-void PracticeSession::answer(int index) {
+void PracticeSession::Command2_Click(int index) {
   PracticeRun& r = run();
   const QString caption = AnswerCaptions().value(index);
   // 1.
@@ -312,7 +312,7 @@ void PracticeSession::answer(int index) {
   view_.selectAnswerText();
 }
 
-void PracticeSession::tick() {
+void PracticeSession::Timer1_Timer() {
   PracticeRun& r = run();
   // 1, 2.
   view_.setTopLabel(TopLabelText(r.FromLawQuery, r.RunTitle, r.count(), r.CurIndex));
@@ -333,7 +333,7 @@ void PracticeSession::showLabels() {
 void PracticeSession::answerWindowMove(int index) {
   PracticeRun& r = run();
   if (index == 1 ? !canGoBack() : !canGoOn()) return;
-  frame3Cmd(index);
+  Frame3Cmd_Click(index);
   // Both boxes show the new question with its answer and law text.
   const QString upper = GetField(GetOneShiTi(r.BankText, r.CurNum), 1, r.ProviderInfo);
   makeLawText();

@@ -30,9 +30,9 @@ class PracticeView {
 
   // --- the practice frame Frame1(3) ---
   // IniObjInFrame1_3: once per program run, before the first question.
-  virtual void prepareFrame() = 0;
+  virtual void IniObjInFrame1_3() = 0;
   // PutFrame6Cmd: the answer buttons of a question type, the others hidden.
-  virtual void placeAnswerButtons(int type) = 0;
+  virtual void PutFrame6Cmd(int type) = 0;
   // SetArrayEnabled on the answer buttons.
   virtual void setAnswerButtonsEnabled(bool enabled) = 0;
   // Text3. A change of its text reaches the run as questionTextChanged().
@@ -100,13 +100,13 @@ class PracticeSession {
 
   // --- the practice frame ---
   // Frame3Cmd: 0 设置, 1 上题, 2 下题, 3 返回.
-  void frame3Cmd(int index);
+  void Frame3Cmd_Click(int index);
   // Frame6BigOrSmallCmd: 0 大字体, 1 小字体.
-  void fontButton(int index);
+  void Frame6BigOrSmallCmd_Click(int index);
   // Command2_Click: the answer given by button `index` (0 "A" .. 14 "ABCD").
-  void answer(int index);
+  void Command2_Click(int index);
   // Timer1, once a second.
-  void tick();
+  void Timer1_Timer();
   // Any change of the question box's text.
   void questionTextChanged() { run().TimerRunning = true; }
 

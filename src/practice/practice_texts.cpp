@@ -1,5 +1,8 @@
 #include "practice/practice_texts.h"
 
+#include <QElapsedTimer>
+
+#include "platform/events.h"
 #include "platform/vbtext.h"
 
 namespace mj {
@@ -8,8 +11,8 @@ QString TopLabelText(bool fromLawQuery, const QString& runTitle, qint64 count, q
   if (fromLawQuery)
     return QStringLiteral("◎与该法条相关的试题共") + CStr(count) + QStringLiteral("道 ") + QStringLiteral("这是第") +
            CStr(curIndex) + QStringLiteral("题。");
-  return runTitle + QStringLiteral("  ") + QStringLiteral("符合你的设置条件的共") + CStr(count) + QStringLiteral("题 ") +
-         QStringLiteral("这是第") + CStr(curIndex) + QStringLiteral("题。");
+  return runTitle + QStringLiteral("  ") + QStringLiteral("符合你的设置条件的共") + CStr(count) +
+         QStringLiteral("题 ") + QStringLiteral("这是第") + CStr(curIndex) + QStringLiteral("题。");
 }
 
 QString TwoDigits(qint64 n) { return Right(QStringLiteral("00") + CStr(n), 2); }
@@ -29,6 +32,12 @@ AnswerRow AnswerRowOf(int type) {
     default:
       return {0, 14, 360, 270, 735, 300, 300};
   }
+}
+
+void MyPause(double seconds) {
+  QElapsedTimer t;
+  t.start();
+  while (t.elapsed() < seconds * 1000) LetEventsThrough();
 }
 
 int BiggerFontSize(int size) { return size < 70 ? size + 2 : size; }

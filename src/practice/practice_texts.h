@@ -41,6 +41,9 @@ struct AnswerRow {
 };
 AnswerRow AnswerRowOf(int type);
 
+// Waits until `seconds` have passed, letting window events through.
+void MyPause(double seconds);
+
 // Font size steps of the question box: +2 below 70, -2 above 10.
 int BiggerFontSize(int size);
 int SmallerFontSize(int size);

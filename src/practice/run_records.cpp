@@ -5,8 +5,8 @@
 
 namespace mj {
 
-QString AltStory(const Env& env, const RunRecordSet& records, ItemIndex& itemData, ItemIndex& allItemData,
-                 bool isWrong, const QString& givenAnswer, const QString& itemId) {
+QString AltStory(const Env& env, const RunRecordSet& records, ItemIndex& itemData, ItemIndex& allItemData, bool isWrong,
+                 const QString& givenAnswer, const QString& itemId) {
   const QString entry = RecordEntry(env.now(), Trim(givenAnswer));
   const std::optional<int> record = records.findRecord(itemId);
   if (!record) return QString();

@@ -19,8 +19,7 @@ namespace mj {
 // that ID gets the new record in both (the simulated papers have no working
 // index, so nothing changes there). Returns the record written, empty when
 // the question is not among the run's rows (then the index is left alone).
-QString AltStory(const Env& env, const RunRecordSet& records, ItemIndex& itemData, ItemIndex& allItemData,
-                 bool isWrong, const QString& givenAnswer, const QString& itemId);
-
+QString AltStory(const Env& env, const RunRecordSet& records, ItemIndex& itemData, ItemIndex& allItemData, bool isWrong,
+                 const QString& givenAnswer, const QString& itemId);
 
 }  // namespace mj

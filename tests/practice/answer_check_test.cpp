@@ -16,8 +16,8 @@ QString entry(const QString& day, const QString& answer) { return day + u" 10:32
 }  // namespace
 
 TEST(AnswerCheck, CaptionsByIndex) {
-  const QStringList expected = {u"A"_qs,  u"B"_qs,   u"C"_qs,   u"D"_qs,   u"AB"_qs,  u"AC"_qs,  u"AD"_qs,  u"BC"_qs,
-                                u"BD"_qs, u"CD"_qs,  u"ABC"_qs, u"ABD"_qs, u"ACD"_qs, u"BCD"_qs, u"ABCD"_qs};
+  const QStringList expected = {u"A"_qs,  u"B"_qs,  u"C"_qs,   u"D"_qs,   u"AB"_qs,  u"AC"_qs,  u"AD"_qs,  u"BC"_qs,
+                                u"BD"_qs, u"CD"_qs, u"ABC"_qs, u"ABD"_qs, u"ACD"_qs, u"BCD"_qs, u"ABCD"_qs};
   EXPECT_EQ(AnswerCaptions(), expected);
   EXPECT_EQ(AnswerButtonIndex(u"ABCD"_qs), 14);
   EXPECT_EQ(AnswerButtonIndex(u"BA"_qs), -1);
@@ -111,6 +111,6 @@ TEST(AnswerCheck, HistoryOfAQuestionDoneThreeTimes) {
   const QString a = u"2026-11-21 09:30   A"_qs;
   const QString b = u"2026-10-20 08:00   A"_qs;
   const QString c = u"2026-09-19 07:15  BC"_qs;
-  EXPECT_EQ(GetHistoryText(a + b + c), u"本题共做过"_qs + u"3"_qs + u"次，分别如下："_qs + u"\r\n\r\n"_qs + a + u"\r\n"_qs +
-                                           b + u"\r\n"_qs + c + u"\r\n"_qs);
+  EXPECT_EQ(GetHistoryText(a + b + c), u"本题共做过"_qs + u"3"_qs + u"次，分别如下："_qs + u"\r\n\r\n"_qs + a +
+                                           u"\r\n"_qs + b + u"\r\n"_qs + c + u"\r\n"_qs);
 }

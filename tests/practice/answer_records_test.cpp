@@ -142,8 +142,8 @@ TEST(ExchangeNumber, TheCurrentQuestionsNumberDoesNothing) {
 
 TEST(ExchangeNumber, OtherFormsDoNothing) {
   const ItemIndex all = indexOf({u"10001100001"_qs, u"10001100002"_qs});
-  for (const QString& box : {u""_qs, u"10001100002"_qs, u"*10001100002"_qs, u"*1000110000*"_qs,
-                             u"*100011000022*"_qs, u"x*10001100002*"_qs, u"*10001100002**x*"_qs})
+  for (const QString& box : {u""_qs, u"10001100002"_qs, u"*10001100002"_qs, u"*1000110000*"_qs, u"*100011000022*"_qs,
+                             u"x*10001100002*"_qs, u"*10001100002**x*"_qs})
     EXPECT_EQ(ReadExchangeNumber(box, u"10001100001"_qs, all).kind, ExchangeStep::Nothing) << box.toStdString();
   // Text behind the closing star is no obstacle.
   const ExchangeStep s = ReadExchangeNumber(u"*10001100002*abc"_qs, u"10001100001"_qs, all);

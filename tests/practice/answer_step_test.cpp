@@ -31,9 +31,9 @@ QString entry(const QString& when, const QString& answer) { return when + Right(
 // The folder with given records for the single-choice bank.
 void withStories(PracticeHarness& h, const QString& s1, const QString& s2 = u"no"_qs) {
   pt::MakePracticeFolder(h.t, {{u"10001100001"_qs, u"B"_qs, s1},
-                                 {u"10001100002"_qs, u"A"_qs, s2},
-                                 {u"10001100003"_qs, u"C"_qs},
-                                 {u"10001100004"_qs, u"D"_qs}});
+                               {u"10001100002"_qs, u"A"_qs, s2},
+                               {u"10001100003"_qs, u"C"_qs},
+                               {u"10001100004"_qs, u"D"_qs}});
 }
 
 }  // namespace
@@ -50,8 +50,7 @@ TEST(AnswerStep, FirstAttemptWrong) {
   EXPECT_EQ(h.run().DoneInRun, 1);
   EXPECT_EQ(h.run().RightInRun, 0);
   // The answer box is selected and has the focus.
-  EXPECT_EQ(h.form3()->Form3Text[1]->textCursor().selectedText().size(),
-            h.form3()->Form3Text[1]->toPlainText().size());
+  EXPECT_EQ(h.form3()->Form3Text[1]->textCursor().selectedText().size(), h.form3()->Form3Text[1]->toPlainText().size());
 }
 
 TEST(AnswerStep, FirstAttemptRight) {
@@ -202,8 +201,8 @@ TEST(AnswerStep, ALawTextOfTwoArticles) {
   // A second answer on the same question shows the same law text.
   h.form3()->Command1[3]->click();
   h.answer(u"B"_qs);
-  EXPECT_EQ(h.lower(), u"上次做对了，但本次你错选了答案B。\r\n\r\n答案：A参见《示例法》第2条、第3条\r\n"_qs + kArticle2 +
-                           u"\r\n"_qs + kArticle3 + u"\r\n"_qs);
+  EXPECT_EQ(h.lower(), u"上次做对了，但本次你错选了答案B。\r\n\r\n答案：A参见《示例法》第2条、第3条\r\n"_qs +
+                           kArticle2 + u"\r\n"_qs + kArticle3 + u"\r\n"_qs);
 }
 
 TEST(AnswerStep, AMissingLawFileIsNamed) {
@@ -254,13 +253,13 @@ TEST(AnswerStep, ASimulatedPaperRecordsWithoutPriorWordsAndGoesOn) {
   PracticeHarness h;
   // Paper 00001: two single choices, both done before (the first wrongly).
   h.t.writeGbk(u"\\moniti\\00001.mmd"_qs, u"示例试卷"_qs + pt::Block(1, u"卷一"_qs, u"答案：B参见《示例法》第1条"_qs) +
-                                             pt::Block(2, u"卷二"_qs, u"答案：A参见《示例法》第2条"_qs) + u"\r\n"_qs);
+                                              pt::Block(2, u"卷二"_qs, u"答案：A参见《示例法》第2条"_qs) + u"\r\n"_qs);
   pt::WriteItems(h.t, tables::kCsItems,
-                   {{u"00001100001"_qs, u"B"_qs, entry(u"2026-09-01 08:00"_qs, u"A"_qs)},
-                    {u"00001100002"_qs, u"A"_qs, entry(u"2026-09-01 08:00"_qs, u"A"_qs)}});
+                 {{u"00001100001"_qs, u"B"_qs, entry(u"2026-09-01 08:00"_qs, u"A"_qs)},
+                  {u"00001100002"_qs, u"A"_qs, entry(u"2026-09-01 08:00"_qs, u"A"_qs)}});
   pt::WriteDirectory(h.t, tables::kCsDirectory,
-                       {{u"示例试卷一 试卷一 单项选择题"_qs, u"\\moniti\\000011.mmd"_qs, {}, 2, 2},
-                        {u"示例试卷一 试卷一 多项选择题"_qs, u"\\moniti\\000012.mmd"_qs, {}, 0, 0}});
+                     {{u"示例试卷一 试卷一 单项选择题"_qs, u"\\moniti\\000011.mmd"_qs, {}, 2, 2},
+                      {u"示例试卷一 试卷一 多项选择题"_qs, u"\\moniti\\000012.mmd"_qs, {}, 0, 0}});
   h.enterCeShi(2, 1, 30);
   h.run().NewStory = u"left over"_qs;
   ASSERT_TRUE(h.session().startFromDirectory(1));
@@ -293,7 +292,7 @@ TEST(AnswerStep, ARunFromTheLawQueryChangesNothing) {
   PracticeHarness h;
   h.enterShiTi();
   ASSERT_TRUE(h.session().startListRun(u"1000110000210001100001"_qs, true));
-  h.session().tick();
+  h.session().Timer1_Timer();
   EXPECT_EQ(h.frame->Label5->text(), u"◎与该法条相关的试题共2道 这是第1题。"_qs);
   h.answer(u"A"_qs);
   EXPECT_TRUE(h.lower().startsWith(u"恭喜你，你做对了。"_qs));

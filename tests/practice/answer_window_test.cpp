@@ -22,8 +22,7 @@ const QString kArticle2 = u"《示例法》\r\n　　第二条　第二条的内
 // A run over the single-choice bank with the answer window open on its first
 // question (answered A, wrongly).
 struct Answered : PracticeHarness {
-  explicit Answered(bool withForum = false, const QList<int>& boards = {}, int passDays = 30)
-      : PracticeHarness(false) {
+  explicit Answered(bool withForum = false, const QList<int>& boards = {}, int passDays = 30) : PracticeHarness(false) {
     pt::MakePracticeFolder(t, {}, withForum, boards);
     enterShiTi(1, 1, passDays);
     EXPECT_TRUE(session().startFromDirectory(2));
@@ -91,8 +90,9 @@ TEST(AnswerWindow, HistoryOfAQuestionDoneBefore) {
   h.answer(u"B"_qs);
   h.form3()->Command5[0]->click();
   ASSERT_EQ(h.t.boxes.shown().size(), 1);
-  EXPECT_EQ(h.t.boxes.shown()[0].text, u"本题共做过3次，分别如下：\r\n\r\n2026-11-21 09:30   B\r\n2026-09-01 08:00   B\r\n"
-                                       u"2026-08-01 08:00   A\r\n"_qs);
+  EXPECT_EQ(h.t.boxes.shown()[0].text,
+            u"本题共做过3次，分别如下：\r\n\r\n2026-11-21 09:30   B\r\n2026-09-01 08:00   B\r\n"
+            u"2026-08-01 08:00   A\r\n"_qs);
 }
 
 TEST(AnswerWindow, HistoryBeforeAnyRecord) {
@@ -282,7 +282,7 @@ TEST(AnswerWindow, TheBoxesAreClearedAtEachAnswer) {
   h.form3()->Command1[3]->click();
   // Past the end of the list nothing more happens than the clearing.
   h.run().CurIndex = 9;
-  h.session().answer(0);
+  h.session().Command2_Click(0);
   EXPECT_TRUE(h.upper().isEmpty());
   EXPECT_TRUE(h.lower().isEmpty());
   EXPECT_FALSE(h.form3()->isVisible());

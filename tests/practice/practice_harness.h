@@ -8,8 +8,8 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QTextEdit>
 #include <QStringList>
+#include <QTextEdit>
 #include <QVBoxLayout>
 #include <QWidget>
 #include <memory>
@@ -31,17 +31,17 @@ namespace mj::pt {
 using test::TestEnv;
 
 inline const QString kLawText = QStringList({
-                                      u"示例法"_qs,
-                                      u"　　第一条 第一条的内容。"_qs,
-                                      u"　　第二条 第二条的内容。"_qs,
-                                      u"　　第三条 第三条的内容。"_qs,
-                                  })
-                                      .join(u"\r\n"_qs);
+                                                u"示例法"_qs,
+                                                u"　　第一条 第一条的内容。"_qs,
+                                                u"　　第二条 第二条的内容。"_qs,
+                                                u"　　第三条 第三条的内容。"_qs,
+                                            })
+                                    .join(u"\r\n"_qs);
 
 // A question block as a bank file holds it, behind its marker.
 inline QString Block(int n, const QString& stem, const QString& answerField, const QString& provider = QString()) {
-  return u"\r\n●"_qs + QString::number(n) + u"●"_qs + stem + u"(      )\r\nA．甲\r\nB．乙\r\nC．丙\r\nD．丁"_qs + provider +
-         u"■"_qs + answerField;
+  return u"\r\n●"_qs + QString::number(n) + u"●"_qs + stem + u"(      )\r\nA．甲\r\nB．乙\r\nC．丙\r\nD．丁"_qs +
+         provider + u"■"_qs + answerField;
 }
 
 // Field 1 of such a block as the program cuts it.
@@ -128,19 +128,17 @@ inline QStringList ColumnOf(const TestEnv& t, const QString& table, const QStrin
 inline void MakePracticeFolder(const TestEnv& t, const QList<ItemSpec>& items = {}, bool withForum = false,
                                const QList<int>& boards = {}) {
   t.writeGbk(u"\\lawtxt\\示例法.mmd"_qs, kLawText);
-  t.writeGbk(u"\\yibanti\\100011.mmd"_qs,
-             u"示例题库"_qs + Block(1, u"第一题"_qs, u"答案：B参见《示例法》第1条"_qs) +
-                 Block(2, u"第二题"_qs, u"答案：A参见《示例法》第2条、第3条"_qs) +
-                 Block(3, u"第三题"_qs, u"答案：C参见《示例法》第3条"_qs, kProvider) +
-                 Block(4, u"第四题"_qs, u"答案：D"_qs) + u"\r\n"_qs);
+  t.writeGbk(u"\\yibanti\\100011.mmd"_qs, u"示例题库"_qs + Block(1, u"第一题"_qs, u"答案：B参见《示例法》第1条"_qs) +
+                                              Block(2, u"第二题"_qs, u"答案：A参见《示例法》第2条、第3条"_qs) +
+                                              Block(3, u"第三题"_qs, u"答案：C参见《示例法》第3条"_qs, kProvider) +
+                                              Block(4, u"第四题"_qs, u"答案：D"_qs) + u"\r\n"_qs);
   t.writeGbk(u"\\yibanti\\100012.mmd"_qs, u"示例题库"_qs + Block(1, u"多选一"_qs, u"答案：AC参见《示例法》第1条"_qs) +
-                                              Block(2, u"多选二"_qs, u"答案：ABD参见《示例法》第2条"_qs) +
-                                              u"\r\n"_qs);
-  t.writeGbk(u"\\yibanti\\100013.mmd"_qs, u"示例题库"_qs + Block(1, u"任选一"_qs, u"答案：A参见《示例法》第1条"_qs) +
-                                              u"\r\n"_qs);
+                                              Block(2, u"多选二"_qs, u"答案：ABD参见《示例法》第2条"_qs) + u"\r\n"_qs);
+  t.writeGbk(u"\\yibanti\\100013.mmd"_qs,
+             u"示例题库"_qs + Block(1, u"任选一"_qs, u"答案：A参见《示例法》第1条"_qs) + u"\r\n"_qs);
   QList<ItemSpec> rows = items;
   if (rows.isEmpty())
-    rows = {{u"10001100001"_qs, u"B"_qs}, {u"10001100002"_qs, u"A"_qs}, {u"10001100003"_qs, u"C"_qs},
+    rows = {{u"10001100001"_qs, u"B"_qs}, {u"10001100002"_qs, u"A"_qs},  {u"10001100003"_qs, u"C"_qs},
             {u"10001100004"_qs, u"D"_qs}, {u"10001200001"_qs, u"AC"_qs}, {u"10001200002"_qs, u"ABD"_qs},
             {u"10001300001"_qs, u"A"_qs}};
   WriteItems(t, tables::kItems, rows, withForum, boards);
@@ -163,6 +161,7 @@ struct PracticeHarness {
   PracticeFrame* frame = nullptr;
 
   bool gridShown = false;
+  QList<bool> gridCalls;  // every show (true) and hide (false) of the grid
   int gridFontSize = 0;
   int listGridShown = 0;
   int lawQueryShown = 0;
@@ -215,7 +214,10 @@ struct PracticeHarness {
     parts.showPracticeFace = [] {};
     parts.directory = [this] { return &dir; };
     parts.refreshDirectory = [this] { ++refreshes; };
-    parts.showDirectoryGrid = [this](bool v) { gridShown = v; };
+    parts.showDirectoryGrid = [this](bool v) {
+      gridShown = v;
+      gridCalls.append(v);
+    };
     parts.setDirectoryFontSize = [this](int s) { gridFontSize = s; };
     parts.showListGrid = [this](bool) { ++listGridShown; };
     parts.hideFrames = [this] { frame->setVisible(false); };

@@ -74,8 +74,8 @@ TEST(PracticeRun, MultipleChoiceShowsABToABCD) {
   PracticeHarness h;
   h.enterShiTi();
   ASSERT_TRUE(h.session().startFromDirectory(3));
-  EXPECT_EQ(shownCaptions(h.frame), QStringList({u"AB"_qs, u"AC"_qs, u"AD"_qs, u"BC"_qs, u"BD"_qs, u"CD"_qs,
-                                                 u"ABC"_qs, u"ABD"_qs, u"ACD"_qs, u"BCD"_qs, u"ABCD"_qs}));
+  EXPECT_EQ(shownCaptions(h.frame), QStringList({u"AB"_qs, u"AC"_qs, u"AD"_qs, u"BC"_qs, u"BD"_qs, u"CD"_qs, u"ABC"_qs,
+                                                 u"ABD"_qs, u"ACD"_qs, u"BCD"_qs, u"ABCD"_qs}));
 }
 
 TEST(PracticeRun, AnyChoiceShowsAllFifteenInOneRow) {
@@ -111,8 +111,9 @@ TEST(PracticeRun, ABankWithNothingDueGivesTheBoxPleaseNote) {
   const QList<BoxRecord> boxes = h.t.boxes.shown();
   ASSERT_EQ(boxes.size(), 1);
   EXPECT_EQ(boxes[0].title, u"请注意"_qs);
-  EXPECT_EQ(boxes[0].text,
-            u"对不起，所选项目中试题都不符合你的设置条件，要做此项目中的试题，必须在先在设置菜单中设置相关内容。\r\n"_qs);
+  EXPECT_EQ(
+      boxes[0].text,
+      u"对不起，所选项目中试题都不符合你的设置条件，要做此项目中的试题，必须在先在设置菜单中设置相关内容。\r\n"_qs);
   EXPECT_TRUE(h.gridShown);
   EXPECT_FALSE(h.frame->isVisible());
   EXPECT_TRUE(h.run().RunIds.isEmpty());
@@ -158,7 +159,7 @@ TEST(PracticeRun, AOneQuestionListDisablesBothMoves) {
   EXPECT_EQ(h.run().count(), 1);
   EXPECT_FALSE(h.frame->Frame3Cmd[1]->isEnabled());
   EXPECT_FALSE(h.frame->Frame3Cmd[2]->isEnabled());
-  h.session().tick();
+  h.session().Timer1_Timer();
   EXPECT_FALSE(h.frame->Frame3Cmd[1]->isEnabled());
   EXPECT_FALSE(h.frame->Frame3Cmd[2]->isEnabled());
   EXPECT_FALSE(h.form3()->Command1[1]->isEnabled());
@@ -176,7 +177,7 @@ TEST(PracticeRun, TheTimerFillsTheLabels) {
   h.t.clock.set(QDateTime(QDate(2026, 11, 21), QTime(9, 30)));
   h.run().RunSeconds = 5399;
   h.run().QuestionSeconds = 64;
-  h.session().tick();
+  h.session().Timer1_Timer();
   EXPECT_EQ(h.frame->Label5->text(), u"◎《示例法》单项选择题  符合你的设置条件的共4题 这是第1题。"_qs);
   // The run's clock runs: the question's text came in.
   EXPECT_EQ(h.frame->Label6->text(), u"2026-11-21 09:30\n01:90:00   01:05"_qs);
@@ -188,19 +189,19 @@ TEST(PracticeRun, RunSecondsStandStillAfterAnAnswer) {
   ASSERT_TRUE(h.session().startFromDirectory(2));
   PracticeRun& r = h.run();
   EXPECT_TRUE(r.TimerRunning);
-  h.session().tick();
-  h.session().tick();
+  h.session().Timer1_Timer();
+  h.session().Timer1_Timer();
   EXPECT_EQ(r.RunSeconds, 2);
   h.answer(u"B"_qs);
   h.form3()->Command1[3]->click();
   EXPECT_FALSE(r.TimerRunning);
-  for (int i = 0; i < 5; ++i) h.session().tick();
+  for (int i = 0; i < 5; ++i) h.session().Timer1_Timer();
   EXPECT_EQ(r.RunSeconds, 2);
   EXPECT_EQ(r.QuestionSeconds, 5);
   // A new question's text sets the clock going again.
   h.frame->Frame3Cmd[2]->click();
   EXPECT_TRUE(r.TimerRunning);
-  h.session().tick();
+  h.session().Timer1_Timer();
   EXPECT_EQ(r.RunSeconds, 3);
   // Moving to a question whose text is the same changes nothing.
 }
@@ -300,6 +301,60 @@ TEST(PracticeRun, ListRunsWriteNoCountersAtTheEnd) {
   EXPECT_EQ(h.dir.text(2, kColDone), u"0"_qs);
   // No record either: a list run of the day files writes none.
   EXPECT_EQ(h.storyOf(u"10001100002"_qs), u"no"_qs);
+}
+
+TEST(PracticeRun, UpdateListRunsGoBackToTheirGrid) {
+  PracticeHarness h;
+  h.enterShiTi();
+  h.app.InUpdateList = true;
+  ASSERT_TRUE(h.frame->startListRun(u"10001100002"_qs, false));
+  h.answer(u"A"_qs);
+  EXPECT_EQ(h.run().DoneInRun, 1);
+  h.form3()->Command1[3]->click();
+  h.frame->Frame3Cmd[3]->click();
+  EXPECT_EQ(h.listGridShown, 1);
+  EXPECT_FALSE(h.frame->isVisible());
+  EXPECT_FALSE(h.gridShown);
+  EXPECT_EQ(h.dir.text(2, kColDone), u"0"_qs);
+  EXPECT_EQ(pt::ColumnOf(h.t, tables::kDirectory, u"g"_qs), QStringList({u"0"_qs, u"0"_qs, u"0"_qs, u"0"_qs, u"0"_qs}));
+  EXPECT_EQ(h.storyOf(u"10001100002"_qs), u"no"_qs);
+}
+
+TEST(PracticeRun, AListRunFromTheLawQueryHidesTheAnswerWindowFirst) {
+  PracticeHarness h;
+  h.enterShiTi();
+  ASSERT_TRUE(h.session().startFromDirectory(2));
+  h.answer(u"B"_qs);
+  ASSERT_TRUE(h.form3()->isVisible());
+  ASSERT_TRUE(h.frame->startListRun(u"1000110000310001300001"_qs, true));
+  EXPECT_FALSE(h.form3()->isVisible());
+  EXPECT_TRUE(h.run().FromLawQuery);
+  EXPECT_EQ(h.run().CurIndex, 1);
+  EXPECT_EQ(h.frame->questionText(), pt::Stem(u"第三题"_qs));
+  EXPECT_EQ(h.run().DoneInRun, 0);
+  // An empty list is the box "请注意".
+  EXPECT_FALSE(h.frame->startListRun(QString(), true));
+  ASSERT_EQ(h.t.boxes.shown().size(), 1);
+  EXPECT_EQ(h.t.boxes.shown()[0].title, u"请注意"_qs);
+}
+
+TEST(PracticeRun, APaperRowHidesTheGridAtOnce) {
+  PracticeHarness h;
+  pt::WriteDirectory(h.t, tables::kDirectory,
+                     {{u"示例试卷一 试卷一 单项选择题"_qs, u"\\yibanti\\100013.mmd"_qs, {}, 1, 1},
+                      {u"《示例法》单项选择题"_qs, u"\\yibanti\\100011.mmd"_qs, {}, 4, 4}});
+  h.enterShiTi();
+  // Nothing due in the paper's bank: hidden first, shown again with the box.
+  h.app.OkTimes = 0;
+  h.app.PassDays = 30;
+  pt::WriteItems(h.t, tables::kItems, {{u"10001300001"_qs, u"A"_qs, u"2026-11-21 08:00   A"_qs}});
+  EXPECT_FALSE(h.session().startFromDirectory(1));
+  EXPECT_EQ(h.gridCalls, QList<bool>({false, true}));
+  // Another row leaves the grid until the run starts.
+  h.gridCalls.clear();
+  pt::MakePracticeFolder(h.t);
+  ASSERT_TRUE(h.session().startFromDirectory(2));
+  EXPECT_EQ(h.gridCalls, QList<bool>({false, false}));
 }
 
 TEST(PracticeRun, AListRunMaySpanBanksAndTypes) {

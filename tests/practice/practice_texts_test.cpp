@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
+
 #include "support/printers.h"
 
 using namespace mj;
@@ -65,6 +67,14 @@ TEST(PracticeTexts, UnknownTypeOffersEveryAnswer) {
   const AnswerRow r = AnswerRowOf(0);
   EXPECT_EQ(r.first, 0);
   EXPECT_EQ(r.last, 14);
+}
+
+TEST(PracticeTexts, MyPauseWaits) {
+  QElapsedTimer t;
+  t.start();
+  MyPause(0.05);
+  EXPECT_GE(t.elapsed(), 50);
+  MyPause(0);
 }
 
 TEST(PracticeTexts, FontSizeStaysWithin10And70) {

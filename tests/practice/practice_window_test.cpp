@@ -62,10 +62,10 @@ TEST(PracticeWindow, RowsWithoutQuestions) {
   test::MakeProgramFolder(w.t);
   pt::MakePracticeFolder(w.t);
   pt::WriteDirectory(w.t, tables::kDirectory,
-                       {{u"第一部分"_qs, {}, u"2-3"_qs, 4, 4},
-                        {u"《示例法》待追加"_qs, u"\\yibanti\\100019.mmd"_qs, {}, 0, 0},
-                        {u"《示例法》单项选择题"_qs, u"\\yibanti\\100011.mmd"_qs, {}, 4, 4},
-                        {u"《示例法》最后一行"_qs, u"\\yibanti\\100018.mmd"_qs, {}, 0, 0}});
+                     {{u"第一部分"_qs, {}, u"2-3"_qs, 4, 4},
+                      {u"《示例法》待追加"_qs, u"\\yibanti\\100019.mmd"_qs, {}, 0, 0},
+                      {u"《示例法》单项选择题"_qs, u"\\yibanti\\100011.mmd"_qs, {}, 4, 4},
+                      {u"《示例法》最后一行"_qs, u"\\yibanti\\100018.mmd"_qs, {}, 0, 0}});
   WriteSettings(w.t);
   w.start();
   w.form->ShiTi->trigger();
@@ -157,7 +157,7 @@ TEST(PracticeWindow, DemonstrationDataRunAndSecondDay) {
       w.form3()->Command1[3]->click();
       w.frame()->Frame3Cmd[2]->click();
     }
-    for (int s = 0; s < 61; ++s) w.frame()->session().tick();
+    for (int s = 0; s < 61; ++s) w.frame()->session().Timer1_Timer();
     w.t.clock.advanceSeconds(61);
     w.answer(given[i]);
     ASSERT_TRUE(w.form3()->isVisible());
@@ -205,10 +205,13 @@ TEST(PracticeWindow, DemonstrationDataRunAndSecondDay) {
   EXPECT_EQ(oknum[bankRow - 1], u"3"_qs);
 
   // items.mmd: the four records, the others untouched.
-  const QStringList expected = {
-      u"2026-11-21 09:31"_qs + Right(u"    "_qs + given[0], 4), u"2026-11-21 09:32"_qs + Right(u"    "_qs + given[1], 4),
-      u"2026-11-21 09:33"_qs + Right(u"    "_qs + given[2], 4), u"2026-11-21 09:34"_qs + Right(u"    "_qs + given[3], 4),
-      u"no"_qs, u"no"_qs, u"no"_qs};
+  const QStringList expected = {u"2026-11-21 09:31"_qs + Right(u"    "_qs + given[0], 4),
+                                u"2026-11-21 09:32"_qs + Right(u"    "_qs + given[1], 4),
+                                u"2026-11-21 09:33"_qs + Right(u"    "_qs + given[2], 4),
+                                u"2026-11-21 09:34"_qs + Right(u"    "_qs + given[3], 4),
+                                u"no"_qs,
+                                u"no"_qs,
+                                u"no"_qs};
   const DbfTable items = DbfTable::open(w.t.path(u"\\dbf\\items.mmd"_qs));
   for (int i = 0; i < 7; ++i) {
     const QList<int> rows = Select(items, {{u"itemid"_qs, ids[i]}});
