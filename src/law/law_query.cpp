@@ -558,10 +558,13 @@ void LawQuery::editView(const QString& text) {
 
 void LawQuery::clickInView(qsizetype caret, bool ctrl, bool rightButton) {
   if (inTempText) return;
+  keypadOpen = false;
+  // The right button opens the menu; the article found before stays ready,
+  // so that 相关NN题 still leads to its questions.
+  if (rightButton) return;
   viewReadOnly = true;
   longIds.clear();
-  keypadOpen = false;
-  if (!resultShown || rightButton) return;
+  if (!resultShown) return;
   Command5Enabled = false;
   if (result.isEmpty()) return;
   const qsizetype pos = LineEndAt(view, caret + 1);
@@ -569,7 +572,10 @@ void LawQuery::clickInView(qsizetype caret, bool ctrl, bool rightButton) {
   if (name.isEmpty()) return;
   const int type = LawTypeOfName(env_, name);
   if (type == 0) return;
-  const double n = ItemNumAtCaret(view, pos, type);
+  // The first article of a number query stands at the very start of the
+  // view, with no line break before its heading; one is put in front so
+  // that its heading is read like every other.
+  const double n = ItemNumAtCaret(kCrLf + view, pos + 2, type);
   if (n < 1) return;
   const QString code = GetMyLawFileName(env_, name, 1);
   const QString lawName = GetMyLawFileName(env_, name, 2);
