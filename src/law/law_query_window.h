@@ -1,0 +1,106 @@
+#pragma once
+// The law query window: the law tree on the left, the boxes and buttons on
+// top, the result view below, the keypad beside the article-number box. The
+// work is done by LawQuery; the window shows its state after every action.
+
+#include <QList>
+#include <QWidget>
+#include <functional>
+
+#include "bank/item_index.h"
+#include "law/law_query.h"
+
+class QAction;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QPlainTextEdit;
+class QPushButton;
+class QTimer;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace mj {
+
+class Form7;
+
+class Form6 : public QWidget {
+  Q_OBJECT
+ public:
+  // items: the question index that articles lead to (AllItemData).
+  Form6(const Env& env, const ItemIndex* items, QWidget* parent = nullptr);
+  ~Form6() override;
+
+  LawQuery& query() { return query_; }
+
+  // How the window was opened: 1 from the menu 法律法规查询, 2 from the
+  // answer window's 法律查询.
+  int entryMode = 1;
+  // A run of related questions was started from here and has not ended.
+  bool FromLawQuery = false;
+
+  // Starts a practice run over the questions of 相关NN题 (ids of 11
+  // characters each, their count). Set by the main window.
+  std::function<void(const QString& ids, int count)> onRelatedRun;
+  // Called when the window closes.
+  std::function<void()> onClosed;
+
+  // Opens the law of the article printed at pos of an answer text (a double
+  // click in the answer window): flag 1 plain, 2 with Ctrl. The window comes
+  // up at that article. False when pos is on no printed article.
+  bool OpenLawFromAnswer(const QString& text, qsizetype pos, int flag);
+
+  // Shows the window maximised, as it comes back after a run.
+  void showAgain();
+
+  // Shows the state of the query.
+  void render();
+
+  // Controls, named as the program names them.
+  QPushButton* Command1 = nullptr;  // 按试卷
+  QPushButton* Command2 = nullptr;  // 按字母
+  QPushButton* Command7 = nullptr;  // 按类别
+  QTreeWidget* TreeView1 = nullptr;
+  QLabel* Label3 = nullptr;
+  QLineEdit* Text1 = nullptr;  // article numbers
+  QLineEdit* Text2 = nullptr;  // search text
+  QPushButton* Command3 = nullptr;  // 查询
+  QPushButton* Command4 = nullptr;  // 全文
+  QPushButton* Command5 = nullptr;  // 相关NN题
+  QList<QPushButton*> Command8;     // 本法重点法条, 本法次重点法条
+  QPushButton* Command9 = nullptr;  // export of the law texts (hidden)
+  QPlainTextEdit* RichTextBox1 = nullptr;
+  QWidget* TreePanel = nullptr;  // the tree and the order buttons
+  QMenu* MenuForRightButton = nullptr;
+  QAction* SaveTheText = nullptr;
+  QAction* MergeToText = nullptr;
+  QAction* LookText = nullptr;
+  QAction* SaveTempText = nullptr;
+  QAction* GoBack = nullptr;
+  QAction* NoText = nullptr;
+  QAction* SeekAndReplace = nullptr;
+  QTimer* Timer1 = nullptr;
+  Form7* keypad() const { return keypad_; }
+
+  // Runs 相关NN题: the practice run over the article's questions.
+  void startRelatedRun();
+  // One tick of Timer1.
+  void timerTick();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void closeEvent(QCloseEvent* e) override;
+
+ private:
+  void buildTree();
+  void loadTree(LawTreeOrder order);
+  void viewClicked(bool ctrl);
+  void showKeypad(bool visible);
+
+  LawQuery query_;
+  Form7* keypad_ = nullptr;
+  int shownVersion_ = -1;
+  QLineEdit* lastBox_ = nullptr;
+};
+
+}  // namespace mj
