@@ -250,9 +250,12 @@ void Form6::render() {
     if (Text1->text() != q.Text1) Text1->setText(q.Text1);
     if (Text2->text() != q.Text2) Text2->setText(q.Text2);
   }
-  Text1->setEnabled(q.Text1Enabled);
-  Text1->setStyleSheet(q.Text1Enabled ? QStringLiteral("QLineEdit { background: white; }")
-                                      : QStringLiteral("QLineEdit { background: #d8d8d8; }"));
+  if (Text1->isEnabled() != q.Text1Enabled || Text1->styleSheet().isEmpty()) {
+    // A group leaves the article-number box grey, a law white.
+    Text1->setEnabled(q.Text1Enabled);
+    Text1->setStyleSheet(q.Text1Enabled ? QStringLiteral("QLineEdit { background: white; }")
+                                        : QStringLiteral("QLineEdit { background: #d8d8d8; }"));
+  }
   Text2->setEnabled(q.Text2Enabled);
   Command4->setEnabled(q.Command4Enabled);
   Command5->setEnabled(q.Command5Enabled);
