@@ -319,7 +319,10 @@ void Form6::viewClicked(bool ctrl) {
   if (!query_.inTempText) {
     if (const std::optional<qsizetype> jump = query_.tocJump(caret)) query_.caretRequest = {*jump, true};
     // Reading a law: the tree makes room for the text.
-    if (query_.resultShown && !query_.view.isEmpty()) TreePanel->setVisible(false);
+    if (query_.resultShown && !query_.view.isEmpty() && TreePanel->isVisible()) {
+      TreePanel->setVisible(false);
+      layout()->activate();
+    }
   }
   render();
 }
@@ -398,7 +401,10 @@ bool Form6::eventFilter(QObject* watched, QEvent* event) {
       }
     } else if (type == QEvent::MouseMove) {
       auto* m = static_cast<QMouseEvent*>(event);
-      if (m->position().x() < 8 && !TreePanel->isVisible()) TreePanel->setVisible(true);
+      if (m->position().x() < 8 && !TreePanel->isVisible()) {
+        TreePanel->setVisible(true);
+        layout()->activate();
+      }
     }
   }
   return QWidget::eventFilter(watched, event);
