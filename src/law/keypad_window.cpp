@@ -15,9 +15,9 @@ Form7::Form7(LawQuery& query, std::function<void()> changed, QWidget* parent)
   setObjectName(QStringLiteral("Form7"));
   setWindowTitle(QStringLiteral("请输入法条"));
   auto* grid = new QGridLayout(this);
-  const QStringList captions{QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3"),
-                             QStringLiteral("4"), QStringLiteral("5"), QStringLiteral("6"), QStringLiteral("7"),
-                             QStringLiteral("8"), QStringLiteral("9"), QStringLiteral("-"), QStringLiteral(","),
+  const QStringList captions{QStringLiteral("0"),    QStringLiteral("1"),    QStringLiteral("2"), QStringLiteral("3"),
+                             QStringLiteral("4"),    QStringLiteral("5"),    QStringLiteral("6"), QStringLiteral("7"),
+                             QStringLiteral("8"),    QStringLiteral("9"),    QStringLiteral("-"), QStringLiteral(","),
                              QStringLiteral("退格"), QStringLiteral("清空"), QStringLiteral("条")};
   for (int i = 0; i < captions.size(); ++i) {
     auto* b = new QPushButton(captions[i]);

@@ -24,12 +24,14 @@ const QString kArticleChars = QStringLiteral("0123456789,-");
 const QString kJoinChars = QStringLiteral(",-");
 // The colon-less label that the query and 全文 test for.
 const QString kReadyNoColon = QStringLiteral("准备查询");
-const QString kStartHint = QStringLiteral(
-    "　　请在左边的目录树中选择要查询的法律、法规，然后在上面的框中输入法条数（形如：12-23,34）"
-    "或要查找的文字，再按回车键或“查询”按钮。") +
-                           kCrLf +
-                           QStringLiteral("　　任何时候按下小数点键均可调出法条输入框；单击查到的法条，"
-                                          "可以做出自该法条的试题。");
+const QString kStartHint =
+    QStringLiteral(
+        "　　请在左边的目录树中选择要查询的法律、法规，然后在上面的框中输入法条数（形如：12-23,34）"
+        "或要查找的文字，再按回车键或“查询”按钮。") +
+    kCrLf +
+    QStringLiteral(
+        "　　任何时候按下小数点键均可调出法条输入框；单击查到的法条，"
+        "可以做出自该法条的试题。");
 
 constexpr int kLengthWidth = 15;
 
@@ -147,7 +149,8 @@ ArticleBoxCheck CheckArticleBox(const QString& text) {
     r.messages.append(kBadLastChar);
     r.text.chop(1);
     r.caretToEnd = true;
-  } else if (Len(r.text) > 1 && kJoinChars.contains(r.text.back()) && kJoinChars.contains(r.text.at(r.text.size() - 2))) {
+  } else if (Len(r.text) > 1 && kJoinChars.contains(r.text.back()) &&
+             kJoinChars.contains(r.text.at(r.text.size() - 2))) {
     r.text.chop(1);
   }
   for (const QChar c : std::as_const(r.text)) {
@@ -265,9 +268,9 @@ QString HelpTitle() { return QStringLiteral("本框说明"); }
 QString HelpText() {
   return QStringLiteral("1、无论何时按下小数点均可调出本输入框。所以如果要想查询第1条，") + kCrLf +
          QStringLiteral("   则只需在任何时候在键盘上键入“．1”然后回车即可，而不必先") + kCrLf +
-         QStringLiteral("   用鼠标点击上面的输入框。") + kCrLf + QStringLiteral("2、在使用键盘输入时，“*”和“,”均同于“,”。") +
-         kCrLf + QStringLiteral("  “C”和“/”均同于“清空”。") + kCrLf +
-         QStringLiteral("3、减号“-”同于“-”，回车键同于按钮“条”。");
+         QStringLiteral("   用鼠标点击上面的输入框。") + kCrLf +
+         QStringLiteral("2、在使用键盘输入时，“*”和“,”均同于“,”。") + kCrLf +
+         QStringLiteral("  “C”和“/”均同于“清空”。") + kCrLf + QStringLiteral("3、减号“-”同于“-”，回车键同于按钮“条”。");
 }
 
 }  // namespace keypad
@@ -408,8 +411,7 @@ void LawQuery::query() {
   if (!Text1.isEmpty()) {
     result.clear();
     const QString numbers = LongDaAn(Text1, CitationSep::LawQuery);
-    const QString text =
-        law_ ? GetPutTxt2Text(law_->text(), law_->numeralTable(), numbers, &law_->index()) : QString();
+    const QString text = law_ ? GetPutTxt2Text(law_->text(), law_->numeralTable(), numbers, &law_->index()) : QString();
     if (text.isEmpty()) {
       show(kNoSuchArticle);
     } else {

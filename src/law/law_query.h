@@ -24,8 +24,8 @@ namespace mj {
 inline const QString kReadyLabel = QStringLiteral("准备查询:");
 inline const QString kChooseLawFirst = QStringLiteral("请先选择要查询的法律！");
 inline const QString kNoSuchArticle = QStringLiteral("没有该条。");
-inline const QString kGroupChosen = QStringLiteral(
-    "你现在选择的不是单个法律，所以不能使用“全文”按钮，也不能按条查询，只能按包含字符串方式查询。");
+inline const QString kGroupChosen =
+    QStringLiteral("你现在选择的不是单个法律，所以不能使用“全文”按钮，也不能按条查询，只能按包含字符串方式查询。");
 inline const QString kBadLastChar = QStringLiteral("注意：文本框中的数据不合法，只能含小写数字和“,”号和（或）“-”号！");
 inline const QString kBadChars = QStringLiteral("注意：文本框中有不合法字符，请重新输入！");
 inline const QString kArticleBoxPrompt = QStringLiteral("在这里输入法条数，形如：12-23,34");
@@ -161,8 +161,8 @@ class LawQuery {
   bool resultShown = false;
   // The right-button menu.
   struct MenuState {
-    bool SaveTheText = true, MergeToText = true, LookText = true, SaveTempText = false, GoBack = false,
-         NoText = true, SeekAndReplace = false;
+    bool SaveTheText = true, MergeToText = true, LookText = true, SaveTempText = false, GoBack = false, NoText = true,
+         SeekAndReplace = false;
   } menu;
   bool inTempText = false;
 
@@ -175,15 +175,15 @@ class LawQuery {
   bool focusResult = false;
 
   // ---- The law in the query ---------------------------------------------
-  QString title;     // node text (or 《title》 when opened from an answer)
-  QString file;      // \lawtxt\....mmd
-  QString lawText;   // "" for a group
+  QString title;    // node text (or 《title》 when opened from an answer)
+  QString file;     // \lawtxt\....mmd
+  QString lawText;  // "" for a group
   int itemCount = 0;
   QString fileList;  // name + "●" + file + "■" per law
   LawResultIndex result;
   QString tempText;
   QString lastResult;
-  QString longIds;  // the questions of the clicked article
+  QString longIds;     // the questions of the clicked article
   int shiftState = 0;  // key state of the last key press, masked with 7
 
   // ---- Actions ----------------------------------------------------------

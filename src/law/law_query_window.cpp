@@ -228,7 +228,9 @@ void Form6::loadTree(LawTreeOrder order) {
 
 void Form6::showKeypad(bool visible) {
   if (visible) {
-    if (!keypad_) keypad_ = new Form7(query_, [this] { render(); }, this);
+    if (!keypad_)
+      keypad_ = new Form7(
+          query_, [this] { render(); }, this);
     keypad_->refresh();
     if (!keypad_->isVisible()) {
       keypad_->LocateForm(Text1);

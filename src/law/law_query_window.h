@@ -62,8 +62,8 @@ class Form6 : public QWidget {
   QPushButton* Command7 = nullptr;  // 按类别
   QTreeWidget* TreeView1 = nullptr;
   QLabel* Label3 = nullptr;
-  QLineEdit* Text1 = nullptr;  // article numbers
-  QLineEdit* Text2 = nullptr;  // search text
+  QLineEdit* Text1 = nullptr;       // article numbers
+  QLineEdit* Text2 = nullptr;       // search text
   QPushButton* Command3 = nullptr;  // 查询
   QPushButton* Command4 = nullptr;  // 全文
   QPushButton* Command5 = nullptr;  // 相关NN题

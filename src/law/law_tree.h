@@ -16,11 +16,11 @@
 namespace mj {
 
 struct LawTreeNode {
-  QString key;        // counters of levels 1..level, 4 digits each, + " node"
-  QString parentKey;  // "" for the root
-  QString text;       // the line without its indent
-  QString tag;        // the file line in force, e.g. \lawtxt\刑法.mmd
-  int level = 0;      // 0 for the root
+  QString key;          // counters of levels 1..level, 4 digits each, + " node"
+  QString parentKey;    // "" for the root
+  QString text;         // the line without its indent
+  QString tag;          // the file line in force, e.g. \lawtxt\刑法.mmd
+  int level = 0;        // 0 for the root
   QList<int> children;  // places in LawTree::nodes, in file order
 };
 

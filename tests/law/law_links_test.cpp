@@ -22,7 +22,7 @@ ItemIndex SampleItems() {
       Item(u"10001100001"_qs, u"A"_qs, u"《示例法》12．《示例法》3．"_qs),
       Item(u"10001100002"_qs, u"B"_qs, u"《示例法》1．"_qs),
       Item(u"10001100003"_qs, u"C"_qs, u"《示例法》2．"_qs),
-      Item(u"10001200004"_qs, u"AB"_qs, u"《示例法》12．"_qs, false),  // hidden
+      Item(u"10001200004"_qs, u"AB"_qs, u"《示例法》12．"_qs, false),       // hidden
       Item(u"20001100001"_qs, u"A"_qs, u"《示例法》12．《示例法》3．"_qs),  // another law's bank
       Item(u"10001300005"_qs, u"A"_qs, u"《示例法》12．《示例法》3．"_qs),  // the first one again
       Item(u"10001100006"_qs, u"D"_qs, u"《示例法》12．"_qs),
@@ -232,9 +232,10 @@ class AnswerTest : public LinksTest {
 };
 
 TEST_F(AnswerTest, ThePrintedTextHasTheShapeTheClicksRelyOn) {
-  EXPECT_EQ(answer, u"你错选了答案B。\r\n\r\n答案：A。参见《示例法》第12条、第3条\r\n"
-                    u"《示例法》\r\n　　第十二条　示例法第12号规定的内容。\r\n\r\n"
-                    u"《示例法》\r\n　　第三条　下列情形适用本法：\r\n　　（一）甲；\r\n　　（二）乙。\r\n\r\n"_qs);
+  EXPECT_EQ(answer,
+            u"你错选了答案B。\r\n\r\n答案：A。参见《示例法》第12条、第3条\r\n"
+            u"《示例法》\r\n　　第十二条　示例法第12号规定的内容。\r\n\r\n"
+            u"《示例法》\r\n　　第三条　下列情形适用本法：\r\n　　（一）甲；\r\n　　（二）乙。\r\n\r\n"_qs);
 }
 
 TEST_F(AnswerTest, AClickInAnArticleNamesIt) {
@@ -253,8 +254,8 @@ TEST_F(AnswerTest, AClickOnATitleLineOpensTheArticleBelowIt) {
 }
 
 TEST_F(AnswerTest, ClicksOutsideThePrintedArticlesDoNothing) {
-  EXPECT_FALSE(at(pos(u"错选"_qs)).has_value());       // no 《 before
-  EXPECT_FALSE(at(pos(u"第12条、"_qs)).has_value());   // the answer's own citation
+  EXPECT_FALSE(at(pos(u"错选"_qs)).has_value());      // no 《 before
+  EXPECT_FALSE(at(pos(u"第12条、"_qs)).has_value());  // the answer's own citation
   EXPECT_FALSE(at(0).has_value());
   EXPECT_FALSE(CitationAtAnswer(te.env, u"没有引文的答案"_qs, 3).has_value());
   const QString digits = u"《示例法》\r\n　　第12条　内容。"_qs;

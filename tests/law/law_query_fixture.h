@@ -60,15 +60,14 @@ inline void MakeLawFolder(const TestEnv& t) {
   t.writeGbk(u"\\lawtxt\\示例办法.mmd"_qs, SampleLaw3());
   t.writeGbk(u"\\lawtxt\\深层法.mmd"_qs,
              JoinCrLf({u"深层法"_qs, u"　　第一条 只在深处的独特条文。"_qs, u"　　第二条 第二条内容。"_qs}));
-  t.writeGbk(u"\\ini\\shijuan.mmd"_qs,
-             TreeText({u"FILE=\"\\lawtxt\\示例法.mmd\""_qs, u"试卷一相关法律、法规"_qs,
-                       u"    《示例法》"_qs, u"file=\"\\lawtxt\\示例规定.mmd\""_qs, u"    《示例规定》"_qs,
-                       u"File=\"\\lawtxt\\示例办法.mmd\""_qs, u"    分组"_qs, u"FILE=\"\\lawtxt\\深层法.mmd\""_qs,
-                       u"        《深层法》"_qs, u"FILE=\"\\lawtxt\\示例办法.mmd\""_qs, u"试卷二相关法律、法规"_qs,
-                       u"    《示例办法》"_qs}));
-  t.writeGbk(u"\\ini\\zimu.mmd"_qs,
-             TreeText({u"FILE=\"\\lawtxt\\示例办法.mmd\""_qs, u"S 《示例办法》"_qs, u"FILE=\"\\lawtxt\\示例法.mmd\""_qs,
-                       u"S 《示例法》"_qs}));
+  t.writeGbk(
+      u"\\ini\\shijuan.mmd"_qs,
+      TreeText({u"FILE=\"\\lawtxt\\示例法.mmd\""_qs, u"试卷一相关法律、法规"_qs, u"    《示例法》"_qs,
+                u"file=\"\\lawtxt\\示例规定.mmd\""_qs, u"    《示例规定》"_qs, u"File=\"\\lawtxt\\示例办法.mmd\""_qs,
+                u"    分组"_qs, u"FILE=\"\\lawtxt\\深层法.mmd\""_qs, u"        《深层法》"_qs,
+                u"FILE=\"\\lawtxt\\示例办法.mmd\""_qs, u"试卷二相关法律、法规"_qs, u"    《示例办法》"_qs}));
+  t.writeGbk(u"\\ini\\zimu.mmd"_qs, TreeText({u"FILE=\"\\lawtxt\\示例办法.mmd\""_qs, u"S 《示例办法》"_qs,
+                                              u"FILE=\"\\lawtxt\\示例法.mmd\""_qs, u"S 《示例法》"_qs}));
   t.writeGbk(u"\\ini\\leibie.mmd"_qs,
              TreeText({u"FILE=\"\\lawtxt\\示例法.mmd\""_qs, u"刑法"_qs, u"    《示例法》"_qs}));
   t.writeGbk(u"\\ini\\emphases.ini"_qs,

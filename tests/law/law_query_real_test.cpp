@@ -58,8 +58,10 @@ TEST_F(RealLawQuery, TwelveToFifteenAndTwentyOfTheCriminalLaw) {
   q->editText1(u"12-15,20"_qs);
   q->query();
   EXPECT_EQ(Headings(q->view), (QList<int>{12, 13, 14, 15, 20}));
-  EXPECT_TRUE(q->view.startsWith(u"　　第十二条　中华人民共和国成立以后本法施行以前的行为"_qs)) << q->view.left(40).toStdString();
-  EXPECT_TRUE(q->view.contains(u"　　第二十条　为了使国家、公共利益、本人或者他人的人身、财产和其他权利免受正在进行的不法侵害"_qs));
+  EXPECT_TRUE(q->view.startsWith(u"　　第十二条　中华人民共和国成立以后本法施行以前的行为"_qs))
+      << q->view.left(40).toStdString();
+  EXPECT_TRUE(q->view.contains(
+      u"　　第二十条　为了使国家、公共利益、本人或者他人的人身、财产和其他权利免受正在进行的不法侵害"_qs));
   q->editText1(u"15-12"_qs);
   q->query();
   EXPECT_EQ(Headings(q->view), (QList<int>{15, 12}));

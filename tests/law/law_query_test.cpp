@@ -94,7 +94,8 @@ TEST_F(LawQueryTest, AGroupListsItsDirectChildrenAndAllowsOnlyTheTextSearch) {
   pick(u"《示例法》"_qs);
   pick(u"试卷一相关法律、法规"_qs);
   EXPECT_EQ(q->Label3, u"将要查询 试卷一相关法律、法规"_qs);
-  EXPECT_EQ(q->view, u"你现在选择的不是单个法律，所以不能使用“全文”按钮，也不能按条查询，只能按包含字符串方式查询。"_qs);
+  EXPECT_EQ(q->view,
+            u"你现在选择的不是单个法律，所以不能使用“全文”按钮，也不能按条查询，只能按包含字符串方式查询。"_qs);
   EXPECT_TRUE(q->lawText.isEmpty());
   EXPECT_FALSE(q->Text1Enabled);
   EXPECT_TRUE(q->Text2Enabled);
@@ -116,8 +117,7 @@ TEST_F(LawQueryTest, AMissingLawFileIsToldAndTheClickEnds) {
   pick(u"《示例法》"_qs);
   pick(u"《示例规定》"_qs);
   ASSERT_EQ(te.boxes.shown().size(), 1);
-  EXPECT_EQ(te.boxes.shown()[0].text,
-            u"法律/法规文件"_qs + te.path(u"\\lawtxt\\示例规定.mmd"_qs) + u"不存在。"_qs);
+  EXPECT_EQ(te.boxes.shown()[0].text, u"法律/法规文件"_qs + te.path(u"\\lawtxt\\示例规定.mmd"_qs) + u"不存在。"_qs);
   EXPECT_EQ(te.boxes.shown()[0].style, 48);
   EXPECT_EQ(q->Label3, u"将要查询 《示例法》"_qs);
   EXPECT_EQ(q->view, test::ArticleLaw(kSampleLast));
@@ -355,8 +355,7 @@ TEST(LawResultIndex, APositionGivesItsLaw) {
 TEST(CheckArticleBox, ALastCharacterOutsideTheSetIsRemovedWithAMessage) {
   const ArticleBoxCheck c = CheckArticleBox(u"12a"_qs);
   EXPECT_EQ(c.text, u"12"_qs);
-  EXPECT_EQ(c.messages,
-            QStringList{u"注意：文本框中的数据不合法，只能含小写数字和“,”号和（或）“-”号！"_qs});
+  EXPECT_EQ(c.messages, QStringList{u"注意：文本框中的数据不合法，只能含小写数字和“,”号和（或）“-”号！"_qs});
   EXPECT_TRUE(c.caretToEnd);
 }
 
@@ -487,8 +486,8 @@ TEST(Keypad, HelpText) {
 TEST_F(LawQueryTest, TheKeypadTypesIntoTheArticleBoxAndRunsTheQuery) {
   pick(u"《示例法》"_qs);
   ASSERT_TRUE(q->decimalKey());
-  for (const int b : {0, 1, 2, keypad::kMinus, keypad::kMinus, keypad::kComma, 1, 4, keypad::kComma, 2, 5, 7,
-                      keypad::kDelete})
+  for (const int b :
+       {0, 1, 2, keypad::kMinus, keypad::kMinus, keypad::kComma, 1, 4, keypad::kComma, 2, 5, 7, keypad::kDelete})
     q->keypadPress(b);
   EXPECT_EQ(q->Text1, u"12-14,25"_qs);
   q->keypadPress(keypad::kRun);
@@ -694,15 +693,16 @@ TEST(MayBeFileName, Rules) {
   EXPECT_EQ(MayBeFileName(u"*?/\\|.\r\n　"_qs), u"noname"_qs);
   EXPECT_EQ(MayBeFileName(u"《刑法》\r\n　　第一条 为了"_qs), u"《刑法》第一条 为了"_qs);
   EXPECT_EQ(MayBeFileName(u"a.b*c?d/e\\f|g"_qs), u"abcdefg"_qs);
-  EXPECT_EQ(MayBeFileName(u"一二三四五六七八九十一二三四五六七八九十一二三"_qs), u"一二三四五六七八九十一二三四五六七八九十"_qs);
+  EXPECT_EQ(MayBeFileName(u"一二三四五六七八九十一二三四五六七八九十一二三"_qs),
+            u"一二三四五六七八九十一二三四五六七八九十"_qs);
 }
 
 // ---- Table of contents ----------------------------------------------------
 
 TEST(TocJumpTarget, ALineOfTheContentsLeadsToItsHeading) {
-  const QString law = test::JoinCrLf({u"某法"_qs, u"　　目录"_qs, u"　　第一章 总则"_qs, u"　　第二章 分则"_qs,
-                                      u"　　第一章 总则"_qs, u"　　第一条 内容。"_qs, u"　　第二章 分则"_qs,
-                                      u"　　第二条 内容。"_qs});
+  const QString law =
+      test::JoinCrLf({u"某法"_qs, u"　　目录"_qs, u"　　第一章 总则"_qs, u"　　第二章 分则"_qs, u"　　第一章 总则"_qs,
+                      u"　　第一条 内容。"_qs, u"　　第二章 分则"_qs, u"　　第二条 内容。"_qs});
   const qsizetype onSecond = law.indexOf(u"第二章"_qs) + 1;
   const auto jump = TocJumpTarget(law, onSecond);
   ASSERT_TRUE(jump.has_value());

@@ -6,9 +6,9 @@
 #include <QClipboard>
 #include <QInputMethodEvent>
 #include <QLabel>
-#include <QMouseEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
@@ -208,7 +208,8 @@ TEST_F(Form6Test, TheKeypadButtons) {
   for (const int i : {0, 2, 5, keypad::kMinus, 2, 5}) k->Command1[i]->click();
   EXPECT_EQ(form->Text1->text(), u"25-25"_qs);
   k->Command1[keypad::kRun]->click();
-  EXPECT_EQ(form->RichTextBox1->toPlainText(), u"　　第二十五条　本法自公布之日起施行。\n　　第二十五条　本法自公布之日起施行。\n"_qs);
+  EXPECT_EQ(form->RichTextBox1->toPlainText(),
+            u"　　第二十五条　本法自公布之日起施行。\n　　第二十五条　本法自公布之日起施行。\n"_qs);
   // Closing the window closes the keypad.
   form->query().decimalKey();
   form->render();
@@ -312,8 +313,7 @@ TEST_F(Form6Test, TheContentsLeadToTheirHeadings) {
 }
 
 TEST_F(Form6Test, OpenTheLawFromAnAnswer) {
-  const QString answer =
-      u"答案：A。参见《示例法》第12条\r\n"_qs + GetLawTxtForDaAn(te.env, u"参见《示例法》第12条"_qs);
+  const QString answer = u"答案：A。参见《示例法》第12条\r\n"_qs + GetLawTxtForDaAn(te.env, u"参见《示例法》第12条"_qs);
   form->hide();
   form->resize(900, 300);
   ASSERT_TRUE(form->OpenLawFromAnswer(answer, answer.indexOf(u"《示例法》\r\n"_qs) + 1, 1));

@@ -16,9 +16,9 @@ QStringList Keys(const LawTree& t) {
 }
 
 TEST(Txt2TreeView, KeysAreTheCountersOfEveryLevelDownToTheNode) {
-  const LawTree t = Txt2TreeView(test::TreeText({u"甲组"_qs, u"    甲一"_qs, u"        甲一子"_qs, u"    甲二"_qs,
-                                                 u"乙组"_qs, u"    乙一"_qs}),
-                                 u"按试卷顺序"_qs);
+  const LawTree t = Txt2TreeView(
+      test::TreeText({u"甲组"_qs, u"    甲一"_qs, u"        甲一子"_qs, u"    甲二"_qs, u"乙组"_qs, u"    乙一"_qs}),
+      u"按试卷顺序"_qs);
   EXPECT_EQ(Keys(t), (QStringList{u"0000 node"_qs, u"0001 node"_qs, u"00010001 node"_qs, u"000100010001 node"_qs,
                                   u"00010002 node"_qs, u"0002 node"_qs, u"00020001 node"_qs}));
   EXPECT_EQ(t.nodes[0].text, u"按试卷顺序"_qs);
@@ -48,8 +48,8 @@ TEST(Txt2TreeView, FileLinesInAnyCaseSetTheTagOfTheNodesBehindThem) {
 }
 
 TEST(Txt2TreeView, FourBlanksMakeALevelAndTheIndentIsNotPartOfTheText) {
-  const LawTree t = Txt2TreeView(test::TreeText({u"   甲"_qs, u"    乙"_qs, u"       丙"_qs, u"        丁"_qs}),
-                                 u"根"_qs);
+  const LawTree t =
+      Txt2TreeView(test::TreeText({u"   甲"_qs, u"    乙"_qs, u"       丙"_qs, u"        丁"_qs}), u"根"_qs);
   ASSERT_EQ(t.nodes.size(), 5);
   EXPECT_EQ(t.nodes[1].level, 1);  // 3 blanks
   EXPECT_EQ(t.nodes[1].text, u"甲"_qs);
