@@ -23,10 +23,12 @@
 #include "app/startup.h"
 #include "app/text_toolkit.h"
 #include "bank/item_index.h"
+#include "law/law_query_window.h"
 #include "law/numerals.h"
 #include "platform/desktop_services_widget.h"
 #include "platform/paths.h"
 #include "platform/vbtext.h"
+#include "practice/answer_window.h"
 #include "practice/directory_entries.h"
 #include "practice/directory_widget.h"
 #include "practice/practice_frame_widget.h"
@@ -53,6 +55,7 @@ Form1::Form1(const Env& env, QWidget* parent) : QMainWindow(parent) {
   Timer1 = new QTimer(this);
   Timer1->setInterval(1000);
   wirePractice();
+  wireLawQuery();
   // The question box follows the text style of the settings.
   connect(settings_.get(), &Settings::styleChanged, this, [this] { ApplyTextStyle(Text3, settings_->style()); });
   // Key preview: F1 anywhere in the program reaches the help handler.
@@ -115,7 +118,7 @@ void Form1::buildMenu() {
 
   // Entries whose windows come with later parts of the program stay disabled
   // until they are wired.
-  for (QAction* a : {OutShiTi, zsd, AddNewLaw, DoneGuess, DoneNewItem, DoneNewByLawName, NewerProgram, RiZhi, FGCX})
+  for (QAction* a : {OutShiTi, zsd, AddNewLaw, DoneGuess, DoneNewItem, DoneNewByLawName, NewerProgram, RiZhi})
     a->setEnabled(false);
 
   connect(MyConfigMenu, &QAction::triggered, this, [this] {
@@ -254,6 +257,36 @@ void Form1::wirePractice() {
   connect(MSFlexGrid1, &DirectoryGrid::leafClicked, this,
           [this](int row) { practice->session().startFromDirectory(row); });
   connect(Timer1, &QTimer::timeout, this, [this] { practice->session().Timer1_Timer(); });
+}
+
+Form6* Form1::lawQueryWindow() {
+  if (!form6_) {
+    form6_ = new Form6(env(), &app_.AllItemData, this);
+    // 相关NN题: a run over the article's questions, which leads back here.
+    form6_->onRelatedRun = [this](const QString& ids, int) { practice->startListRun(ids, true); };
+  }
+  return form6_;
+}
+
+void Form1::wireLawQuery() {
+  connect(FGCX, &QAction::triggered, this, [this] {
+    if (!needsData()) return;
+    Form6* f = lawQueryWindow();
+    f->entryMode = 1;
+    f->showAgain();
+  });
+  // The end of a run from the law query shows the law query again.
+  practice->lawQueryHook = [this] {
+    Form6* f = lawQueryWindow();
+    f->FromLawQuery = false;
+    f->showAgain();
+  };
+  // 法律查询 of the answer window: the law query at the current question's article.
+  practice->setLawQueryHook([this] { lawQueryWindow()->openAtAnswer(practice->answerWindow()->boxText(1)); });
+  // A double click on an article printed under the answer opens it in the law query.
+  practice->answerWindow()->answerTextDoubleClicked = [this](const QString& text, int position, bool ctrl) {
+    lawQueryWindow()->OpenLawFromShownAnswer(text, position, ctrl);
+  };
 }
 
 void Form1::openDirectory(DirectoryMode mode) {

@@ -29,6 +29,7 @@ class Form4;
 class Form8;
 class PracticeFrame;
 class Form18;
+class Form6;
 class Settings;
 
 class Form1 : public QMainWindow {
@@ -55,6 +56,9 @@ class Form1 : public QMainWindow {
   // The menu entries 内部题库, 摸拟试卷 and 查卷: the directory of the mode,
   // counted when due, on the grid face.
   void openDirectory(DirectoryMode mode);
+
+  // The law query window, created on first use.
+  Form6* lawQueryWindow();
 
   // Faces of the client area.
   void showStartPage();
@@ -135,6 +139,7 @@ class Form1 : public QMainWindow {
   void buildMenu();
   void buildFaces();
   void wirePractice();
+  void wireLawQuery();
   void step(int n);
   void applyTitle();
   void unloadSplash();
@@ -146,6 +151,7 @@ class Form1 : public QMainWindow {
   QStackedWidget* faces_ = nullptr;
   Form8* splash_ = nullptr;
   Form18* help_ = nullptr;
+  Form6* form6_ = nullptr;
   DbfTable lawNames_;  // kept open from the start: the law-name table is readable
   QList<Notice> notices_;
 };

@@ -21,8 +21,10 @@
 #include <QVBoxLayout>
 
 #include "law/keypad_window.h"
+#include "law/law_text.h"
 #include "law/numerals.h"
 #include "law/text_places.h"
+#include "platform/vbtext.h"
 
 namespace mj {
 
@@ -346,6 +348,24 @@ bool Form6::OpenLawFromAnswer(const QString& text, qsizetype pos, int flag) {
   showAgain();
   render();
   return true;
+}
+
+bool Form6::OpenLawFromShownAnswer(const QString& shownText, int position, bool ctrl) {
+  QString text = shownText;
+  text.replace(u'\n', kCrLf);
+  // Every LF before the caret became two characters.
+  const qsizetype at = std::clamp<qsizetype>(position, 0, shownText.size());
+  const qsizetype index = at + shownText.left(at).count(u'\n');
+  return OpenLawFromAnswer(text, index + 1, ctrl ? 2 : 1);
+}
+
+void Form6::openAtAnswer(const QString& answerText) {
+  entryMode = 2;
+  // The heading 第 of the first article printed under a title line.
+  const QString head = QStringLiteral("》") + kCrLf + kLawIndent + QStringLiteral("第");
+  const qsizetype first = answerText.indexOf(head);
+  if (first >= 0 && OpenLawFromAnswer(answerText, first + head.size(), 1)) return;
+  showAgain();
 }
 
 void Form6::showAgain() {

@@ -49,6 +49,13 @@ class Form6 : public QWidget {
   // click in the answer window): flag 1 plain, 2 with Ctrl. The window comes
   // up at that article. False when pos is on no printed article.
   bool OpenLawFromAnswer(const QString& text, qsizetype pos, int flag);
+  // The same for a double click in a text box that shows such a text with
+  // LF line ends: its text and the 0-based place of the caret there.
+  bool OpenLawFromShownAnswer(const QString& shownText, int position, bool ctrl);
+  // 法律查询 of the answer window (entry mode 2): the law query comes up at
+  // the first article printed under the answer (text with CR LF line ends),
+  // or as it was when the answer prints none.
+  void openAtAnswer(const QString& answerText);
 
   // Shows the window maximised, as it comes back after a run.
   void showAgain();
