@@ -376,9 +376,10 @@ void Form6::showAgain() {
 }
 
 bool Form6::eventFilter(QObject* watched, QEvent* event) {
-  auto* w = qobject_cast<QWidget*>(watched);
   const QEvent::Type type = event->type();
-  if ((type == QEvent::KeyPress || type == QEvent::KeyRelease) && w && w->window() == this) {
+  if (type == QEvent::KeyPress || type == QEvent::KeyRelease) {
+    auto* w = qobject_cast<QWidget*>(watched);
+    if (!w || w->window() != this) return false;
     auto* k = static_cast<QKeyEvent*>(event);
     if (type == QEvent::KeyRelease) {
       query_.shiftState = 0;
