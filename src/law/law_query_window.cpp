@@ -192,10 +192,6 @@ Form6::Form6(const Env& env, const ItemIndex* items, QWidget* parent) : QWidget(
   buildTree();
   resize(1000, 700);
   render();
-  // The look-up from numerals to numbers is built once per program run and
-  // takes a moment: it is built right after the window comes up, while the
-  // user picks a law, so that the first law opens at once.
-  QTimer::singleShot(0, this, [] { (void)DaXieToNum(QStringLiteral("一")); });
 }
 
 Form6::~Form6() {

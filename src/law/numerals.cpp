@@ -11,10 +11,8 @@ namespace mj {
 
 namespace {
 
-const QString kPlaces = QStringLiteral("万千百十个零");
 const QString kDigits = QStringLiteral("1234567890");
 const QString kNumeralDigits = QStringLiteral("一二三四五六七八九零");
-const QString kRepairRun = QStringLiteral("零一十");
 
 // The numeral digit of one decimal digit character.
 QString NumeralDigit(QChar d) { return Mid(kNumeralDigits, InStr(kDigits, QString(d)), 1); }
@@ -24,41 +22,88 @@ QString DaXieWhole(long long n) {
   if (n >= 0 && n <= 9) return NumeralDigit(CStr(n).at(0));
   if (n >= 11 && n <= 19) return QStringLiteral("十") + NumeralDigit(CStr(n).back());
 
-  // Padded form: every digit followed by its place name.
-  const QString padded = Right(QStringLiteral("00000") + CStr(n), 5);
-  QString s;
-  for (qsizetype p = 1; p <= 5; ++p) {
-    s += NumeralDigit(padded.at(p - 1));
-    s += Mid(kPlaces, p, 1);
+  // Padded form: every digit of the five-digit number followed by its place
+  // name, 万千百十个 (105 gives 零万零千一百零十五个). Built in a fixed buffer:
+  // the look-ups call this for every numeral they check.
+  static constexpr char16_t kDigit[] = u"零一二三四五六七八九";
+  static constexpr char16_t kPlace[] = u"万千百十个";
+  constexpr char16_t kZero = u'零';
+  char16_t s[10];
+  long long rest = n;
+  for (int p = 4; p >= 0; --p) {
+    s[2 * p] = kDigit[rest % 10];
+    s[2 * p + 1] = kPlace[p];
+    rest /= 10;
   }
   // The units place sign always goes; a zero unit goes with it.
-  s = Mid(s, 9, 1) == u"零" ? Left(s, 8) : Left(s, 9);
-  while (Left(s, 1) == u"零") s = Mid(s, 3);
+  const int len = s[8] == kZero ? 8 : 9;
+  int start = 0;
+  while (start < len && s[start] == kZero) start += 2;
   // A zero swallows its own place name and any zero that follows it.
-  QString r = Left(s, 1);
-  for (qsizetype i = 2; i <= Len(s); ++i) {
-    const QString c = Mid(s, i, 1);
-    if (Right(r, 1) == u"零" && InStr(kPlaces, c) > 0) continue;
-    r += c;
+  auto isPlace = [](char16_t c) { return c == u'万' || c == u'千' || c == u'百' || c == u'十' || c == u'个' || c == u'零'; };
+  char16_t r[10];
+  int m = 0;
+  if (start < len) r[m++] = s[start];
+  for (int i = start + 1; i < len; ++i) {
+    if (r[m - 1] == kZero && isPlace(s[i])) continue;
+    r[m++] = s[i];
   }
-  while (Right(r, 1) == u"零") r.chop(1);
+  while (m > 0 && r[m - 1] == kZero) --m;
   // House rule: after a zero, 一十 is written 十 (一千零十), as the law texts do.
-  for (qsizetype p = InStr(r, kRepairRun); p > 0; p = InStr(r, kRepairRun)) r.remove(p, 1);
-  return r;
+  for (int i = 0; i + 2 < m;) {
+    if (r[i] == kZero && r[i + 1] == u'一' && r[i + 2] == u'十') {
+      for (int j = i + 1; j + 1 < m; ++j) r[j] = r[j + 1];
+      --m;
+      i = 0;
+    } else {
+      ++i;
+    }
+  }
+  return QString(reinterpret_cast<const QChar*>(r), m);
 }
 
-// Numeral -> number, the first (smallest) number that prints it.
-const QHash<QString, qint32>& ReverseMap() {
-  static const QHash<QString, qint32> map = [] {
-    QHash<QString, qint32> m;
-    m.reserve(100000);
-    for (qint32 i = 1; i <= 99999; ++i) {
-      const QString s = DaXieWhole(i);
-      if (!m.contains(s)) m.insert(s, i);
+// The one number a numeral text can stand for, read by place values
+// (十 alone is 10, 零 only separates), or 0 when the text holds anything else.
+// It is only a candidate: the look-ups accept it when DaXie prints exactly
+// the given text for it, so that the inverse stays as wide as the generator
+// and no wider (一十 reads as 10, but 10 prints 十, so 一十 is no numeral).
+qint32 CandidateOf(const QString& text) {
+  static const QString digits = QStringLiteral("一二三四五六七八九");
+  long long total = 0, section = 0, digit = 0;
+  bool any = false;
+  for (QChar c : text) {
+    const qsizetype d = digits.indexOf(c);
+    if (d >= 0) {
+      digit = d + 1;
+      any = true;
+      continue;
     }
-    return m;
-  }();
-  return map;
+    int unit = 0;
+    switch (c.unicode()) {
+      case u'零': digit = 0; continue;
+      case u'十': unit = 10; break;
+      case u'百': unit = 100; break;
+      case u'千': unit = 1000; break;
+      case u'万':
+        total += (section + digit) * 10000;
+        section = digit = 0;
+        if (total > 99999) return 0;
+        continue;
+      default:
+        return 0;
+    }
+    section += (digit == 0 && unit == 10 ? 1 : digit) * unit;
+    digit = 0;
+    any = true;
+  }
+  const long long n = total + section + digit;
+  return any && n >= 1 && n <= 99999 ? static_cast<qint32>(n) : 0;
+}
+
+// The number (1..limit) whose numeral is text, or 0.
+qint32 NumberOfNumeral(const QString& text, qint32 limit) {
+  const qint32 n = CandidateOf(text);
+  return n >= 1 && n <= limit && DaXieWhole(n) == text ? n : 0;
 }
 
 }  // namespace
@@ -71,17 +116,11 @@ QString DaXie(double n) {
 }
 
 qint32 DaXieToNum(const QString& text) {
-  const auto& m = ReverseMap();
-  const auto it = m.constFind(text);
-  if (it == m.constEnd() || it.value() > 30000) return -1;
-  return it.value();
+  const qint32 n = NumberOfNumeral(text, 30000);
+  return n == 0 ? -1 : n;
 }
 
-qint32 MyGetTheNum(const QString& text) {
-  const auto& m = ReverseMap();
-  const auto it = m.constFind(text);
-  return it == m.constEnd() ? 0 : it.value();
-}
+qint32 MyGetTheNum(const QString& text) { return NumberOfNumeral(text, 99999); }
 
 bool IsUcaseNum(const QString& text) {
   static const QString allowed = QStringLiteral("一二三四五六七八九十百千万亿零");

@@ -2,7 +2,8 @@
 // Chinese numerals of article numbers (第一百零五条) and back.
 //
 // Only the numerals that DaXie itself prints are recognised: the reverse
-// direction is a look-up among the generator's outputs, never a parser. The
+// direction accepts a number only when the generator prints exactly the
+// given text for it. The
 // law texts are spelled the same way, so the exact spellings decide whether
 // an article is found at all.
 

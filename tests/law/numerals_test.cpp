@@ -156,4 +156,18 @@ TEST(NumeralTable, HoldsZeroToTwoThousand) {
 }
 
 }  // namespace
+TEST(Numerals, EveryPrintedNumeralReadsBackToItsNumberAndNothingElseDoes) {
+  for (int i = 1; i <= 99999; ++i) {
+    const QString s = DaXie(i);
+    ASSERT_EQ(MyGetTheNum(s), i) << s.toStdString();
+    ASSERT_EQ(DaXieToNum(s), i <= 30000 ? i : -1) << s.toStdString();
+  }
+  // Readable as numbers, but never printed so: not numerals.
+  for (const QString& s : {u"一十"_qs, u"一千零一十"_qs, u"零五"_qs, u"二零"_qs, u"十十"_qs, u"万"_qs, u"一万零零五"_qs,
+                           u"九万九千九百九十九十"_qs, u"十万"_qs, u"一二"_qs, u"百"_qs, u"零"_qs, u""_qs, u"5"_qs}) {
+    EXPECT_EQ(MyGetTheNum(s), 0) << s.toStdString();
+    EXPECT_EQ(DaXieToNum(s), -1) << s.toStdString();
+  }
+}
+
 }  // namespace mj
