@@ -42,6 +42,9 @@ struct AppState {
   QString NewsLink1, NewsLink2, NewsLink3, NewsLink4;
 
   qint16 RunState = 0;
+  // The IDs an update package has changed so far, newest first; kept in
+  // the day file of \更新的题 when the update is broken off.
+  QString UpdatedIds;
   bool StartedOk = false;
   bool HasIndex = false;
 

@@ -80,8 +80,12 @@ TEST(CloseRequest, DuringAnUpdateItAsksFirstAboutTheUpdate) {
   AppState a = makeApp(t);
   a.StartedOk = true;
   a.RunState = runstate::kUpdating;
+  a.UpdatedIds = u"10001100002"_qs u"10001100001"_qs;
+  t.clock.setDate(QDate(2026, 11, 21));
+  t.writeGbk(u"\\更新的题\\20261121.ini"_qs, u"\"30001200007\"\r\n"_qs);
   t.boxes.answer(box::No);
   EXPECT_EQ(CloseRequest(a), CloseDecision::Cancel);
+  EXPECT_EQ(t.readGbk(u"\\更新的题\\20261121.ini"_qs), u"\"30001200007\"\r\n"_qs);  // No keeps nothing
   ASSERT_EQ(t.boxes.shown().size(), 1);
   EXPECT_EQ(t.boxes.shown()[0].title, u"请你确定"_qs);
   EXPECT_EQ(t.boxes.shown()[0].text, u"正在进行更新任务，确定中止吗？"_qs);
@@ -91,6 +95,20 @@ TEST(CloseRequest, DuringAnUpdateItAsksFirstAboutTheUpdate) {
   EXPECT_EQ(CloseRequest(a), CloseDecision::Close);
   ASSERT_EQ(t.boxes.shown().size(), 2);
   EXPECT_EQ(t.boxes.shown()[1].title, u"请你确认"_qs);
+  // The updated list so far stands in front of what today's file held.
+  EXPECT_EQ(t.readGbk(u"\\更新的题\\20261121.ini"_qs), u"\"100011000021000110000130001200007\"\r\n"_qs);
+}
+
+TEST(CloseRequest, BreakingOffAnUpdateMakesTheFolderOfUpdatedQuestions) {
+  test::TestEnv t;
+  AppState a = makeApp(t);
+  a.RunState = runstate::kUpdating;
+  a.UpdatedIds = u"10001100002"_qs;
+  t.clock.setDate(QDate(2003, 6, 15));
+  t.boxes.answer(box::Yes);
+  EXPECT_EQ(CloseRequest(a), CloseDecision::Close);  // not started: no second question
+  EXPECT_EQ(t.boxes.shown().size(), 1);
+  EXPECT_EQ(t.readGbk(u"\\更新的题\\20030615.ini"_qs), u"\"10001100002\"\r\n"_qs);
 }
 
 TEST(Countdown, FiveCasesAndNoCountdown) {
