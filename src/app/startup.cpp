@@ -39,13 +39,6 @@ void LoadQuestionIndex(AppState& app) {
   SetWorkItemData(app.ItemData, app.AllItemData);
 }
 
-bool KeepUpdatedIds(const Env& env, const QString& ids) {
-  const QString folder = env.path(QStringLiteral("\\更新的题"));
-  if (!DirExists(folder)) MakeDir(folder);
-  const QString file = env.path(QStringLiteral("\\更新的题\\") + TodayIniName(env.today()));
-  return WriteIdFile(file, ids + ReadIdFile(file));
-}
-
 CloseDecision CloseRequest(AppState& app) {
   const Env& env = app.env;
   if (app.RunState == runstate::kInItem) return CloseDecision::Ignore;
@@ -53,7 +46,7 @@ CloseDecision CloseRequest(AppState& app) {
     if (env.msgBox(QStringLiteral("正在进行更新任务，确定中止吗？"), box::YesNo | box::Question,
                    QStringLiteral("请你确定")) == box::No)
       return CloseDecision::Cancel;
-    KeepUpdatedIds(env, app.UpdatedIds);
+    PrependToTodayFile(env, QStringLiteral("\\更新的题"), app.UpdatedIds);
   }
   if (app.StartedOk) {
     if (env.msgBox(QStringLiteral("真的不玩儿啦？") + kCrLf + kCrLf + QStringLiteral("     :-)"), box::YesNo | box::Question,

@@ -23,10 +23,6 @@ QStringList MakeTypeTitle();
 // Reads items.mmd of \dbf into AllItemData and copies it to ItemData.
 void LoadQuestionIndex(AppState& app);
 
-// Puts ids (an ID list) in front of the list in today's day file of
-// \更新的题 (the folder is made when missing). False when it cannot be written.
-bool KeepUpdatedIds(const Env& env, const QString& ids);
-
 enum class CloseDecision {
   Ignore,  // an item of an update package is being written: nothing happens
   Cancel,  // the user said No

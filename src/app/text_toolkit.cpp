@@ -179,6 +179,13 @@ bool WriteIdFile(const QString& path, const QString& text) {
 
 QString TodayIniName(const QDate& today) { return today.toString(QStringLiteral("yyyyMMdd")) + QStringLiteral(".ini"); }
 
+bool PrependToTodayFile(const Env& env, const QString& folder, const QString& ids) {
+  const QString dir = env.path(folder);
+  if (!DirExists(dir)) MakeDir(dir);
+  const QString file = env.path(folder + QStringLiteral("\\") + TodayIniName(env.today()));
+  return WriteIdFile(file, ids + ReadIdFile(file));
+}
+
 bool ShellOpen(const Env& env, const QString& target) { return env.shell->open(target, env.root); }
 
 }  // namespace mj

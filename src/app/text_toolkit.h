@@ -65,6 +65,10 @@ QString ReadIdFile(const QString& path);
 bool WriteIdFile(const QString& path, const QString& text);
 // yyyymmdd + ".ini" of today.
 QString TodayIniName(const QDate& today);
+// Puts ids (an ID list) in front of the list in today's day file of the
+// folder (a suffix of the program folder such as "\\模糊题"); the folder
+// is made when it is missing. False when the file cannot be written.
+bool PrependToTodayFile(const Env& env, const QString& folder, const QString& ids);
 
 // Opens a file or an address with its registered program, working folder the
 // program folder.

@@ -8,13 +8,8 @@
 
 namespace mj {
 
-QString UncertainDayFile(const Env& env) { return env.path(QStringLiteral("\\模糊题\\") + TodayIniName(env.today())); }
-
 bool MarkUncertain(const Env& env, const QString& id) {
-  const QString folder = env.path(QStringLiteral("\\模糊题"));
-  if (!DirExists(folder)) MakeDir(folder);
-  const QString file = UncertainDayFile(env);
-  return WriteIdFile(file, id + ReadIdFile(file));
+  return PrependToTodayFile(env, QStringLiteral("\\模糊题"), id);
 }
 
 bool HideTheItem(const QString& folder, const QString& table, const QString& id, ItemIndex& itemData) {

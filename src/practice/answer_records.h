@@ -11,10 +11,9 @@
 
 namespace mj {
 
-// The day file of uncertain questions: \模糊题\ + yyyymmdd.ini of today.
-QString UncertainDayFile(const Env& env);
-// Puts id in front of the ID list of today's file of uncertain questions
-// (the folder is made when it is missing). False when it cannot be written.
+// Puts id in front of the ID list of today's file of uncertain questions,
+// \模糊题\ + yyyymmdd.ini (the folder is made when it is missing). False
+// when it cannot be written.
 bool MarkUncertain(const Env& env, const QString& id);
 
 // Hides question id for good: valid2 false in its row of the item table
