@@ -178,13 +178,11 @@ void Form1::buildFaces() {
     l->setWordWrap(true);
     l->setVisible(false);
     l->setMouseTracking(true);
-    l->installEventFilter(this);
     Label14.append(l);
     noticeGrid->addWidget(l, i / 2, i % 2);
   }
   sv->addLayout(noticeGrid, 2);
   startPage->setMouseTracking(true);
-  startPage->installEventFilter(this);
   faces_->addWidget(startPage);
 
   // Grid face: the directory and the lists.
@@ -375,7 +373,7 @@ Form1::LoadOutcome Form1::load() {
     unloadSplash();
     return LoadOutcome::Stopped;
   }
-  setWindowIcon(QIcon(ResolveCase(icon)));
+  setWindowIcon(QIcon(icon));
   // 9. Screen factors and the window's size.
   step(9);
   if (const QScreen* screen = QGuiApplication::primaryScreen()) {
@@ -418,11 +416,9 @@ Form1::LoadOutcome Form1::load() {
   // 16. The start page with the countdown in the title.
   step(16);
   Label12->setText(QStringLiteral("科学、高效、智能化的题海战术使在较短时间内通过司法统考成为可能。"));
-  const QString picture = e.path(QStringLiteral("\\ini\\jiemian.jpg"));
-  if (FileExists(picture)) {
-    QPixmap pm(ResolveCase(picture));
-    if (!pm.isNull()) Picture1->setPixmap(pm.scaled(640, 360, Qt::KeepAspectRatio, Qt::SmoothTransformation));
-  }
+  // The splash window, still open, has the picture decoded already.
+  if (splash_ && !splash_->picture().isNull())
+    Picture1->setPixmap(splash_->picture().scaled(640, 360, Qt::KeepAspectRatio, Qt::SmoothTransformation));
   FillNumeralTable(app_.NumeralTable);
   applyTitle();
   showStartPage();
@@ -440,6 +436,10 @@ Form1::LoadOutcome Form1::load() {
 void Form1::showNotices() {
   const QString f = env().path(kNewsFile);
   notices_ = FileExists(f) ? ReadNotices(f) : QList<Notice>();
+  // The hand cursor of the links: the program's own when it has one.
+  QCursor linkCursor(Qt::PointingHandCursor);
+  QPixmap pm;
+  if (pm.load(env().path(QStringLiteral("\\ini\\mmpoint.cur")))) linkCursor = QCursor(pm);
   for (int i = 0; i < Label14.size(); ++i) {
     QLabel* l = Label14[i];
     const Notice n = i < notices_.size() ? notices_[i] : Notice();
@@ -447,14 +447,8 @@ void Form1::showNotices() {
     l->setToolTip(n.toolTip);
     l->setVisible(n.visible());
     l->setStyleSheet(QStringLiteral("color: %1").arg(ColorOf(n.color).name()));
-    if (!n.link.isEmpty()) {
-      const QString cur = env().path(QStringLiteral("\\ini\\mmpoint.cur"));
-      QPixmap pm;
-      if (FileExists(cur) && pm.load(ResolveCase(cur))) l->setCursor(QCursor(pm));
-      else l->setCursor(Qt::PointingHandCursor);
-    } else {
-      l->unsetCursor();
-    }
+    if (!n.link.isEmpty()) l->setCursor(linkCursor);
+    else l->unsetCursor();
   }
 }
 
@@ -479,6 +473,11 @@ bool Form1::eventFilter(QObject* watched, QEvent* event) {
       return true;
     }
   }
+  // Every event of the program passes here: the notice labels care only
+  // for these three.
+  const QEvent::Type type = event->type();
+  if (type != QEvent::Enter && type != QEvent::Leave && type != QEvent::MouseButtonRelease)
+    return QMainWindow::eventFilter(watched, event);
   const int idx = Label14.indexOf(qobject_cast<QLabel*>(watched));
   if (idx >= 0 && idx < notices_.size()) {
     const Notice& n = notices_[idx];

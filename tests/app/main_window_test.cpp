@@ -92,6 +92,27 @@ TEST(MainWindow, NewsLinksAreReadBeforeTheSplash) {
   EXPECT_TRUE(s.form->Label14[1]->isHidden());
 }
 
+TEST(MainWindow, ANoticeClickOpensItsLinkOnce) {
+  Started s({}, false);
+  s.t.writeGbk(kNewsFile, u"[通知1]\r\n显示内容=示例通知\r\n链接=https://x/notice\r\n[通知2]\r\n显示内容=无链接\r\n"_qs);
+  s.form->load();
+  s.form->show();
+  QTest::mouseClick(s.form->Label14[1], Qt::LeftButton);
+  EXPECT_TRUE(s.t.shell.calls.isEmpty());
+  QTest::mouseClick(s.form->Label14[0], Qt::LeftButton);
+  ASSERT_EQ(s.t.shell.calls.size(), 1);
+  EXPECT_EQ(s.t.shell.calls[0].kind, ShellCall::Open);
+  EXPECT_EQ(s.t.shell.calls[0].target, u"https://x/notice"_qs);
+}
+
+TEST(MainWindow, StartPageShowsTheSplashPicture) {
+  Started s;
+  ASSERT_FALSE(s.form->Picture1->pixmap().isNull());
+  EXPECT_EQ(s.form->Picture1->pixmap().size(), QSize(540, 360));  // 300 × 200 scaled into 640 × 360
+  Started without({.splash = false});
+  EXPECT_TRUE(without.form->Picture1->pixmap().isNull());
+}
+
 TEST(MainWindow, MissingDataSetWithDataPackageStartsItAndEnds) {
   Started s({.yibanti = false, .dataPackage = true});
   EXPECT_EQ(s.outcome, Form1::LoadOutcome::EndNow);
