@@ -21,7 +21,7 @@ Form8::Form8(const Env& env, QWidget* parent)
 
 void Form8::load() {
   const QString path = env_.path(QStringLiteral("\\ini\\jiemian.jpg"));
-  if (!FileExists(path) || !picture_.load(ResolveCase(path))) {
+  if (!FileExists(path) || !picture_.load(path)) {
     env_.msgBox(QStringLiteral("没有启动界面所需的图片“") + path + QStringLiteral("”,无所需图片"));
     picture_ = QPixmap();
     resize(480, 300);

@@ -21,6 +21,8 @@ class Form8 : public QWidget {
   // the window on the screen.
   void load();
 
+  // The picture as loaded; null when it was missing.
+  const QPixmap& picture() const { return picture_; }
   int step() const { return step_; }
   int barStart() const { return barStart_; }
   QTimer* Timer1 = nullptr;
@@ -34,7 +36,6 @@ class Form8 : public QWidget {
   void mouseReleaseEvent(QMouseEvent*) override;
 
  private:
-
   const Env& env_;
   QPixmap picture_;
   int step_ = 0;
