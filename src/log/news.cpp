@@ -13,9 +13,9 @@ const QString kInfo = QStringLiteral("信息");
 }
 
 NewsLinks ReadNewsLinks(const Env& env) {
-  const QString f = env.path(kNewsFile);
-  return {IniRead(f, kInfo, QStringLiteral("法条详解")), IniRead(f, kInfo, QStringLiteral("做下一题")),
-          IniRead(f, kInfo, QStringLiteral("保留链接1")), IniRead(f, kInfo, QStringLiteral("保留链接2"))};
+  const QString text = ReadText(env.path(kNewsFile));
+  return {IniValueIn(text, kInfo, QStringLiteral("法条详解")), IniValueIn(text, kInfo, QStringLiteral("做下一题")),
+          IniValueIn(text, kInfo, QStringLiteral("保留链接1")), IniValueIn(text, kInfo, QStringLiteral("保留链接2"))};
 }
 
 qint64 DayNumber(const QDate& date) { return QDate(2003, 1, 1).daysTo(date); }
@@ -31,9 +31,8 @@ QString ExamCountdownText(qint64 examDay, const QDate& today) {
 }
 
 QString GetExamCountdown(const Env& env) {
-  const QString f = env.path(kNewsFile);
-  if (!FileExists(f)) return QString();
-  const double e = Val(IniRead(f, kInfo, QStringLiteral("考试时间")));
+  // A missing file reads as no exam day.
+  const double e = Val(IniRead(env.path(kNewsFile), kInfo, QStringLiteral("考试时间")));
   if (e == 0) return QString();
   return ExamCountdownText(static_cast<qint64>(e), env.today());
 }
