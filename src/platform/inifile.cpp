@@ -87,10 +87,9 @@ QString IniWithValue(const QString& fileText, const QString& section, const QStr
   const std::optional<QString> v = value ? std::optional<QString>(GbkHead(*value, kMaxValueBytes)) : std::nullopt;
   qsizetype sectionLine = -1;
   qsizetype lastContent = -1;  // last non-blank line of the section
-  qsizetype sectionEnd = lines.size();
   for (qsizetype i = 0; i < lines.size(); ++i) {
     if (auto s = sectionOf(lines[i])) {
-      if (sectionLine >= 0) { sectionEnd = i; break; }
+      if (sectionLine >= 0) break;
       if (same(*s, section)) { sectionLine = i; lastContent = i; }
       continue;
     }
@@ -103,7 +102,6 @@ QString IniWithValue(const QString& fileText, const QString& section, const QStr
       return lines.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n");
     }
   }
-  Q_UNUSED(sectionEnd);
   if (!v) return fileText;
   if (sectionLine >= 0) {
     lines.insert(lastContent + 1, key + u'=' + *v);

@@ -21,7 +21,6 @@ QString ResolveCase(const QString& path) {
   const bool absolute = p.startsWith(u'/');
   const QStringList parts = p.split(u'/', Qt::SkipEmptyParts);
   QString cur = absolute ? QStringLiteral("/") : QStringLiteral(".");
-  QString out = absolute ? QStringLiteral("") : QString();
   bool found = true;
   for (int i = 0; i < parts.size(); ++i) {
     const QString& part = parts[i];
