@@ -69,6 +69,106 @@ bool isNullField(char type, const char* p, int w) {
   }
 }
 
+// GBK two-byte characters by lead and trail byte, taken once from the GBK
+// decoder itself, so that the fast path below gives exactly what FromGbk
+// gives. 0 marks a pair that the decoder does not turn into one character.
+class GbkPairs {
+ public:
+  GbkPairs() : map_(65536, 0) {
+    QStringDecoder dec("GBK", QStringDecoder::Flag::Stateless);
+    for (int lead = 0x81; lead <= 0xFE; ++lead) {
+      QByteArray row;
+      QList<int> trails;
+      for (int trail = 0x40; trail <= 0xFE; ++trail) {
+        if (trail == 0x7F) continue;
+        row.append(static_cast<char>(lead));
+        row.append(static_cast<char>(trail));
+        trails.append(trail);
+      }
+      const QString all = dec.decode(row);
+      if (all.size() == trails.size()) {
+        for (qsizetype k = 0; k < trails.size(); ++k) set(lead, trails[k], all[k]);
+        continue;
+      }
+      for (qsizetype k = 0; k < trails.size(); ++k) {
+        const QString one = dec.decode(row.mid(k * 2, 2));
+        if (one.size() == 1) set(lead, trails[k], one[0]);
+      }
+    }
+  }
+  char16_t at(uchar lead, uchar trail) const { return map_[(lead << 8) | trail]; }
+
+ private:
+  void set(int lead, int trail, QChar c) {
+    if (c != QChar::ReplacementCharacter && !c.isSurrogate()) map_[(lead << 8) | trail] = c.unicode();
+  }
+  std::vector<char16_t> map_;
+};
+
+// True when one of the n bytes at p is not ASCII.
+bool hasHighByte(const char* p, int n) {
+  int i = 0;
+  for (; i + 8 <= n; i += 8) {
+    quint64 w;
+    std::memcpy(&w, p + i, 8);
+    if (w & 0x8080808080808080ULL) return true;
+  }
+  for (; i < n; ++i)
+    if (static_cast<uchar>(p[i]) >= 0x80) return true;
+  return false;
+}
+
+// FromGbk of n bytes, without a decoder for the common case of ASCII and
+// plain two-byte characters; anything else goes to the decoder.
+QString decodeGbkField(const char* p, int n) {
+  if (n <= 0) return QString();
+  if (!hasHighByte(p, n)) return QString::fromLatin1(p, n);
+  static const GbkPairs pairs;
+  QString out(n, Qt::Uninitialized);
+  char16_t* d = reinterpret_cast<char16_t*>(out.data());
+  qsizetype k = 0;
+  for (int i = 0; i < n;) {
+    const uchar c = static_cast<uchar>(p[i]);
+    if (c < 0x80) {
+      d[k++] = c;
+      ++i;
+      continue;
+    }
+    const char16_t u = i + 1 < n ? pairs.at(c, static_cast<uchar>(p[i + 1])) : 0;
+    if (u == 0) return FromGbk(QByteArray(p, n));
+    d[k++] = u;
+    i += 2;
+  }
+  out.truncate(k);
+  return out;
+}
+
+// Length of a field without its right blanks and NULs.
+int withoutRightBlanks(const char* p, int n) {
+  static constexpr quint64 kBlanks = 0x2020202020202020ULL;
+  while (n >= 8) {
+    quint64 w;
+    std::memcpy(&w, p + n - 8, 8);
+    if (w != kBlanks) break;
+    n -= 8;
+  }
+  while (n > 0 && (p[n - 1] == ' ' || p[n - 1] == '\0')) --n;
+  return n;
+}
+
+// The text of a field without blanks on either side. Blanks are single
+// bytes in GBK: cutting them before decoding gives what Trim gives after it.
+QString trimmedField(const char* p, int w) {
+  const int n = withoutRightBlanks(p, w);
+  int lead = 0;
+  while (lead < n && p[lead] == ' ') ++lead;
+  return decodeGbkField(p + lead, n - lead);
+}
+
+bool logicalField(const char* p, int w) {
+  return w >= 1 && (p[0] == 'T' || p[0] == 't' || p[0] == 'Y' || p[0] == 'y');
+}
+
 }  // namespace
 
 struct DbfTable::Impl {
@@ -198,11 +298,6 @@ int DbfTable::fieldIndex(const QString& name) const {
 
 int DbfTable::recordCount() const { return isOpen() ? d->h->nRecords : 0; }
 
-bool DbfTable::isDeleted(int record) const {
-  if (!isOpen() || record < 0 || record >= d->h->nRecords) return true;
-  return DBFIsRecordDeleted(d->h, record);
-}
-
 QList<int> DbfTable::rows() const {
   QList<int> out;
   const int n = recordCount();
@@ -223,18 +318,19 @@ QString DbfTable::text(int record, int field) const {
   int w = 0;
   const char* p = d->raw(record, field, &w);
   if (!p) return QString();
-  int n = w;
-  while (n > 0 && (p[n - 1] == ' ' || p[n - 1] == '\0')) --n;
-  return FromGbk(QByteArray(p, n));
+  return decodeGbkField(p, withoutRightBlanks(p, w));
 }
 
-QString DbfTable::trimmedText(int record, int field) const { return Trim(text(record, field)); }
+QString DbfTable::trimmedText(int record, int field) const {
+  int w = 0;
+  const char* p = d->raw(record, field, &w);
+  return p ? trimmedField(p, w) : QString();
+}
 
 bool DbfTable::logical(int record, int field) const {
   int w = 0;
   const char* p = d->raw(record, field, &w);
-  if (!p || w < 1) return false;
-  return p[0] == 'T' || p[0] == 't' || p[0] == 'Y' || p[0] == 'y';
+  return p && logicalField(p, w);
 }
 
 double DbfTable::number(int record, int field) const {
@@ -283,20 +379,6 @@ bool DbfTable::setNull(int record, int field) {
   return DBFWriteNULLAttribute(d->h, record, field) != 0;
 }
 
-bool DbfTable::setValue(int record, int field, const QVariant& value) {
-  if (!d->canWrite(record, field)) return false;
-  if (!value.isValid() || value.isNull()) return setNull(record, field);
-  switch (d->h->pachFieldType[field]) {
-    case 'N':
-    case 'F':
-      return setNumber(record, field, value.toDouble());
-    case 'L':
-      return setLogical(record, field, value.toBool());
-    default:
-      return setText(record, field, value.toString());
-  }
-}
-
 int DbfTable::appendRow() {
   if (!isOpen() || !d->writable) return -1;
   const int rec = d->h->nRecords;
@@ -315,93 +397,6 @@ bool DbfTable::flush() {
 }
 
 namespace {
-
-// GBK two-byte characters by lead and trail byte, taken once from the GBK
-// decoder itself, so that the fast path below gives exactly what FromGbk
-// gives. 0 marks a pair that the decoder does not turn into one character.
-class GbkPairs {
- public:
-  GbkPairs() : map_(65536, 0) {
-    QStringDecoder dec("GBK", QStringDecoder::Flag::Stateless);
-    for (int lead = 0x81; lead <= 0xFE; ++lead) {
-      QByteArray row;
-      QList<int> trails;
-      for (int trail = 0x40; trail <= 0xFE; ++trail) {
-        if (trail == 0x7F) continue;
-        row.append(static_cast<char>(lead));
-        row.append(static_cast<char>(trail));
-        trails.append(trail);
-      }
-      const QString all = dec.decode(row);
-      if (all.size() == trails.size()) {
-        for (qsizetype k = 0; k < trails.size(); ++k) set(lead, trails[k], all[k]);
-        continue;
-      }
-      for (qsizetype k = 0; k < trails.size(); ++k) {
-        const QString one = dec.decode(row.mid(k * 2, 2));
-        if (one.size() == 1) set(lead, trails[k], one[0]);
-      }
-    }
-  }
-  char16_t at(uchar lead, uchar trail) const { return map_[(lead << 8) | trail]; }
-
- private:
-  void set(int lead, int trail, QChar c) {
-    if (c != QChar::ReplacementCharacter && !c.isSurrogate()) map_[(lead << 8) | trail] = c.unicode();
-  }
-  std::vector<char16_t> map_;
-};
-
-// True when one of the n bytes at p is not ASCII.
-bool hasHighByte(const char* p, int n) {
-  int i = 0;
-  for (; i + 8 <= n; i += 8) {
-    quint64 w;
-    std::memcpy(&w, p + i, 8);
-    if (w & 0x8080808080808080ULL) return true;
-  }
-  for (; i < n; ++i)
-    if (static_cast<uchar>(p[i]) >= 0x80) return true;
-  return false;
-}
-
-// FromGbk of n bytes, without a decoder for the common case of ASCII and
-// plain two-byte characters; anything else goes to the decoder.
-QString decodeGbkField(const char* p, int n) {
-  if (n <= 0) return QString();
-  if (!hasHighByte(p, n)) return QString::fromLatin1(p, n);
-  static const GbkPairs pairs;
-  QString out(n, Qt::Uninitialized);
-  char16_t* d = reinterpret_cast<char16_t*>(out.data());
-  qsizetype k = 0;
-  for (int i = 0; i < n;) {
-    const uchar c = static_cast<uchar>(p[i]);
-    if (c < 0x80) {
-      d[k++] = c;
-      ++i;
-      continue;
-    }
-    const char16_t u = i + 1 < n ? pairs.at(c, static_cast<uchar>(p[i + 1])) : 0;
-    if (u == 0) return FromGbk(QByteArray(p, n));
-    d[k++] = u;
-    i += 2;
-  }
-  out.truncate(k);
-  return out;
-}
-
-// Length of a field without its right blanks and NULs.
-int withoutRightBlanks(const char* p, int n) {
-  static constexpr quint64 kBlanks = 0x2020202020202020ULL;
-  while (n >= 8) {
-    quint64 w;
-    std::memcpy(&w, p + n - 8, 8);
-    if (w != kBlanks) break;
-    n -= 8;
-  }
-  while (n > 0 && (p[n - 1] == ' ' || p[n - 1] == '\0')) --n;
-  return n;
-}
 
 quint32 le32(const char* p) {
   const auto* u = reinterpret_cast<const uchar*>(p);
@@ -540,20 +535,13 @@ QString DbfScan::text(int field) const {
 QString DbfScan::trimmedText(int field) const {
   int w = 0;
   const char* p = raw(field, &w);
-  if (!p) return QString();
-  // Blanks are single bytes in GBK: cutting them before decoding gives
-  // what Trim gives after it.
-  const int n = withoutRightBlanks(p, w);
-  int lead = 0;
-  while (lead < n && p[lead] == ' ') ++lead;
-  return decodeGbkField(p + lead, n - lead);
+  return p ? trimmedField(p, w) : QString();
 }
 
 bool DbfScan::logical(int field) const {
   int w = 0;
   const char* p = raw(field, &w);
-  if (!p || w < 1) return false;
-  return p[0] == 'T' || p[0] == 't' || p[0] == 'Y' || p[0] == 'y';
+  return p && logicalField(p, w);
 }
 
 double DbfScan::number(int field) const {
@@ -580,17 +568,26 @@ double DbfScan::number(int field) const {
 QList<int> Select(const DbfTable& table, const QList<DbfCondition>& where) {
   QList<int> out;
   if (!table.isOpen()) return out;
-  QList<std::pair<int, QVariant>> conds;
+  // Each condition taken apart once: a logical compares with a flag, any
+  // other value as text.
+  struct Condition {
+    int field;
+    bool isFlag;
+    bool flag;
+    QString text;
+  };
+  QList<Condition> conds;
   for (const auto& [name, value] : where) {
     const int f = table.fieldIndex(name);
     if (f < 0) return out;
-    conds.append({f, value});
+    const bool isFlag = value.typeId() == QMetaType::Bool;
+    conds.append({f, isFlag, isFlag && value.toBool(), isFlag ? QString() : value.toString()});
   }
   for (int r : table.rows()) {
     bool ok = true;
-    for (const auto& [f, value] : conds) {
-      if (value.typeId() == QMetaType::Bool) ok = !table.isNull(r, f) && table.logical(r, f) == value.toBool();
-      else ok = table.text(r, f) == value.toString();
+    for (const Condition& c : conds) {
+      if (c.isFlag) ok = !table.isNull(r, c.field) && table.logical(r, c.field) == c.flag;
+      else ok = table.text(r, c.field) == c.text;
       if (!ok) break;
     }
     if (ok) out.append(r);

@@ -50,7 +50,6 @@ class DbfTable {
 
   // Physical record numbers 0..recordCount()-1, deleted ones included.
   int recordCount() const;
-  bool isDeleted(int record) const;
   // The live rows in table order.
   QList<int> rows() const;
 
@@ -73,7 +72,6 @@ class DbfTable {
   bool setLogical(int record, int field, bool value);
   bool setNumber(int record, int field, double value);
   bool setNull(int record, int field);
-  bool setValue(int record, int field, const QVariant& value);  // by the field's type
 
   bool setText(int record, const QString& field, const QString& value) { return setText(record, fieldIndex(field), value); }
   bool setLogical(int record, const QString& field, bool value) { return setLogical(record, fieldIndex(field), value); }

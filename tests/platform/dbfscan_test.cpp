@@ -126,12 +126,16 @@ TEST(DbfScan, BytesThatAreNotGbkReadAsDbfTableReadsThem) {
   patch(p, h + 1 * len + note, QByteArray("ab\xB7", 3));            // lead byte, then a blank
   patch(p, h + 2 * len + note, QByteArray("\x81\x30\x81\x30", 4));  // a four-byte sequence
   patch(p, h + 3 * len + note, QByteArray("\xB7\xA8\xB7\xA8", 4));  // plain 法法
+  // What the GBK decoder itself makes of the field's bytes.
+  const QList<QByteArray> stored = {QByteArray("\x80\x41\xFF", 3), QByteArray("ab\xB7", 3),
+                                    QByteArray("\x81\x30\x81\x30", 4), QByteArray("\xB7\xA8\xB7\xA8", 4)};
   const DbfTable tab = DbfTable::open(p);
   DbfScan scan(p);
   int r = 0;
   while (scan.next()) {
     EXPECT_EQ(scan.text(1), tab.text(r, 1)) << r;
     EXPECT_EQ(scan.trimmedText(1), tab.trimmedText(r, 1)) << r;
+    EXPECT_EQ(tab.text(r, 1), FromGbk(stored[r])) << r;
     ++r;
   }
   EXPECT_EQ(r, 4);
