@@ -3,6 +3,7 @@
 #include <QFileInfo>
 
 #include "app/startup.h"
+#include "app/text_toolkit.h"
 #include "platform/paths.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
@@ -62,7 +63,7 @@ void CfgOpenPro(AppState& app) {
     return;
   }
   MakeDir(env.path(QStringLiteral("\\ini")));
-  WriteTextAtomic(env.path(kWenShuFile), u'"' + *chosen + u'"' + kCrLf);
+  WriteQuotedValue(env.path(kWenShuFile), *chosen);
   app.WenShuProgram = *chosen;
   env.msgBox(QStringLiteral("注册成功，以后的格式文书就用") + *chosen + QStringLiteral("来打开了。"));
 }

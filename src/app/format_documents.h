@@ -4,10 +4,9 @@
 // user registered, and registering that program.
 
 #include "app/app_state.h"
+#include "app/startup.h"
 
 namespace mj {
-
-inline const QString kWenShuFile = QStringLiteral("\\ini\\WenShu.ini");
 
 // The unpack entry; also what every entry that needs the data set runs when
 // \yibanti is missing.

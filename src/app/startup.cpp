@@ -24,11 +24,7 @@ QString IconFile(const Env& env) {
   return QString();
 }
 
-QString ReadWenShuProgram(const Env& env) {
-  const QString f = env.path(QStringLiteral("\\ini\\WenShu.ini"));
-  if (!FileExists(f)) return QString();
-  return FirstValueOf(ReadText(f));
-}
+QString ReadWenShuProgram(const Env& env) { return FirstValueOf(ReadText(env.path(kWenShuFile))); }
 
 QStringList MakeTypeTitle() {
   return {QString(), QStringLiteral("一、单项选择题"), QStringLiteral("二、多项选择题"), QStringLiteral("三、任意选择题")};

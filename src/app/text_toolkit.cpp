@@ -173,7 +173,7 @@ QString ReadIdFile(const QString& path) {
   return v.size() % 11 == 0 ? v : QString();
 }
 
-bool WriteIdFile(const QString& path, const QString& text) {
+bool WriteQuotedValue(const QString& path, const QString& text) {
   return WriteTextAtomic(path, u'"' + text + u'"' + kCrLf);
 }
 

@@ -61,8 +61,11 @@ QString FirstValueOf(const QString& fileText);
 // The first value of the file, read as one quoted text; empty when its
 // length is not a multiple of 11 (an ID list).
 QString ReadIdFile(const QString& path);
-// Replaces the file with the quoted text and a CR LF.
-bool WriteIdFile(const QString& path, const QString& text);
+// Replaces the file with the quoted text and a CR LF: one value as a data
+// reader takes it back (FirstValueOf).
+bool WriteQuotedValue(const QString& path, const QString& text);
+// An ID list is stored as one quoted value.
+inline bool WriteIdFile(const QString& path, const QString& text) { return WriteQuotedValue(path, text); }
 // yyyymmdd + ".ini" of today.
 QString TodayIniName(const QDate& today);
 // Puts ids (an ID list) in front of the list in today's day file of the
