@@ -1,6 +1,7 @@
 #include "settings/settings.h"
 
 #include <QRegularExpression>
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -129,40 +130,30 @@ void Settings::setStyle(const TextStyle& style) {
   emit styleChanged();
 }
 
-void Settings::setFontSize(qint16 size) {
-  TextStyle s = style_;
-  s.fontSize = size;
-  setStyle(s);
+void Settings::setFontSize(qint16 size) { setStyleMember(&TextStyle::fontSize, size); }
+void Settings::setBackColor(qint32 color) { setStyleMember(&TextStyle::backColor, color); }
+void Settings::setForeColor(qint32 color) { setStyleMember(&TextStyle::foreColor, color); }
+void Settings::setFontName(const QString& name) { setStyleMember(&TextStyle::fontName, name); }
+void Settings::setFontItalic(bool italic) { setStyleMember(&TextStyle::italic, italic); }
+void Settings::setFontBold(bool bold) { setStyleMember(&TextStyle::bold, bold); }
+
+FontChoice FontChoiceOf(const TextStyle& style) {
+  FontChoice f;
+  f.name = style.fontName;
+  f.size = style.fontSize;
+  f.bold = style.bold;
+  f.italic = style.italic;
+  f.color = style.foreColor;
+  return f;
 }
 
-void Settings::setBackColor(qint32 color) {
-  TextStyle s = style_;
-  s.backColor = color;
-  setStyle(s);
-}
-
-void Settings::setForeColor(qint32 color) {
-  TextStyle s = style_;
-  s.foreColor = color;
-  setStyle(s);
-}
-
-void Settings::setFontName(const QString& name) {
-  TextStyle s = style_;
-  s.fontName = name;
-  setStyle(s);
-}
-
-void Settings::setFontItalic(bool italic) {
-  TextStyle s = style_;
-  s.italic = italic;
-  setStyle(s);
-}
-
-void Settings::setFontBold(bool bold) {
-  TextStyle s = style_;
-  s.bold = bold;
-  setStyle(s);
+TextStyle StyleWithFont(TextStyle style, const FontChoice& font) {
+  style.fontName = font.name;
+  style.fontSize = static_cast<qint16>(std::clamp(font.size, 1, static_cast<int>(std::numeric_limits<qint16>::max())));
+  style.bold = font.bold;
+  style.italic = font.italic;
+  style.foreColor = font.color;
+  return style;
 }
 
 void Settings::setFirstDefaults(const QDate& today) {

@@ -14,8 +14,10 @@
 #include <QString>
 #include <QStringList>
 #include <array>
+#include <utility>
 #include <optional>
 
+#include "platform/dialogs.h"
 #include "platform/env.h"
 
 namespace mj {
@@ -57,6 +59,11 @@ struct TextStyle {
 
   bool operator==(const TextStyle&) const = default;
 };
+
+// The font dialog's view of a style, and a style with the font chosen there
+// (the size kept within 1 to 32767); the back colour stays.
+FontChoice FontChoiceOf(const TextStyle& style);
+TextStyle StyleWithFont(TextStyle style, const FontChoice& font);
 
 // The 14 keys of the file, in the file's order, as the program spells them
 // ("stoktimes=" ... "pubfontBold="). The file holds them upper-cased.
@@ -169,6 +176,13 @@ class Settings : public QObject {
  private:
   // Takes the values found in a text of the file.
   void takeFileText(const QString& text);
+  // Sets one member of the style, with the change signal when it changes.
+  template <typename T>
+  void setStyleMember(T TextStyle::*member, T value) {
+    TextStyle s = style_;
+    s.*member = std::move(value);
+    setStyle(s);
+  }
 
   std::array<int, kSettingsNumberCount> numbers_{1, 1, 30, 1, 1, 30};
   qint16 stLastUpdate_ = 0;

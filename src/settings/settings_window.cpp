@@ -197,24 +197,11 @@ void Form4::numUpDownChanged(int index, int value) {
 }
 
 void Form4::fontClicked() {
-  const TextStyle& s = settings_.style();
-  FontChoice initial;
-  initial.name = s.fontName;
-  initial.size = s.fontSize;
-  initial.bold = s.bold;
-  initial.italic = s.italic;
-  initial.color = s.foreColor;
-  const std::optional<FontChoice> chosen = env_.dialogs ? env_.dialogs->chooseFont(initial) : std::nullopt;
+  const std::optional<FontChoice> chosen =
+      env_.dialogs ? env_.dialogs->chooseFont(FontChoiceOf(settings_.style())) : std::nullopt;
   if (!chosen) return;
-  TextStyle next = s;
-  next.fontName = chosen->name;
-  next.fontSize =
-      static_cast<qint16>(std::clamp(chosen->size, 1, static_cast<int>(std::numeric_limits<qint16>::max())));
-  next.bold = chosen->bold;
-  next.italic = chosen->italic;
-  next.foreColor = chosen->color;
   // The sample text and the main window's question box follow at once.
-  settings_.setStyle(next);
+  settings_.setStyle(StyleWithFont(settings_.style(), *chosen));
 }
 
 void Form4::backColorClicked() {
