@@ -2,7 +2,6 @@
 
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QShowEvent>
@@ -56,7 +55,6 @@ Form2::Form2(QWidget* parent) : QWidget(parent, Qt::Window) {
   connect(command1_, &QPushButton::clicked, this, &QWidget::close);
   connect(command2_, &QPushButton::clicked, this, &QWidget::close);
 
-  for (QWidget* w : findChildren<QWidget*>()) w->installEventFilter(this);
   for (int n : {1, 3, 5}) option(n)->setChecked(true);
 }
 
@@ -66,22 +64,6 @@ void Form2::showEvent(QShowEvent* event) {
   if (!event->spontaneous())
     for (int n : {1, 3, 5}) option(n)->setChecked(true);
   QWidget::showEvent(event);
-}
-
-void Form2::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_F1) {
-    if (helpHook_) helpHook_(objectName());
-    return;
-  }
-  QWidget::keyPressEvent(event);
-}
-
-bool Form2::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1) {
-    if (helpHook_) helpHook_(objectName());
-    return true;
-  }
-  return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace mj

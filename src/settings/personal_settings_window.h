@@ -6,7 +6,6 @@
 
 #include <QWidget>
 #include <array>
-#include <functional>
 
 class QGroupBox;
 class QPushButton;
@@ -20,10 +19,6 @@ class Form2 : public QWidget {
  public:
   explicit Form2(QWidget* parent = nullptr);
 
-  // F1 (key code 112) calls this with the window's name ("Form2"),
-  // as the main window's showHelpOfForm takes it.
-  void setHelpHook(std::function<void(const QString& formName)> hook) { helpHook_ = std::move(hook); }
-
   // Option1 ... Option6 by their numbers.
   QRadioButton* option(int number) const { return options_[static_cast<size_t>(number - 1)]; }
   // Frame1 ... Frame3 by their numbers.
@@ -33,11 +28,8 @@ class Form2 : public QWidget {
 
  protected:
   void showEvent(QShowEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  std::function<void(const QString& formName)> helpHook_;
   std::array<QRadioButton*, 6> options_{};
   std::array<QGroupBox*, 3> frames_{};
   QPushButton* command1_ = nullptr;

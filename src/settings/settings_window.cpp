@@ -4,7 +4,6 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -124,9 +123,6 @@ Form4::Form4(const Env& env, Settings& settings, QWidget* mainWindow, QWidget* p
 
   connect(&settings_, &Settings::numbersChanged, this, [this] { showNumbers(false); });
   connect(&settings_, &Settings::styleChanged, this, &Form4::showStyle);
-
-  // F1 reaches the window from whichever control has the focus.
-  for (QWidget* w : findChildren<QWidget*>()) w->installEventFilter(this);
 
   showNumbers(true);
   showStyle();
@@ -249,22 +245,6 @@ void Form4::closeEvent(QCloseEvent* event) {
     showMainWindow();
   }
   event->accept();
-}
-
-void Form4::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_F1) {
-    if (helpHook_) helpHook_(objectName());
-    return;
-  }
-  QWidget::keyPressEvent(event);
-}
-
-bool Form4::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1) {
-    if (helpHook_) helpHook_(objectName());
-    return true;
-  }
-  return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace mj

@@ -40,9 +40,6 @@ class Form4 : public QWidget {
   // the file can be neither read nor created). "取消" runs it again.
   void loadWindow();
 
-  // F1 (key code 112) calls this with the window's name ("Form4"),
-  // as the main window's showHelpOfForm takes it.
-  void setHelpHook(std::function<void(const QString& formName)> hook) { helpHook_ = std::move(hook); }
   // "分析预测" calls this and then hides this window without closing it; the
   // button is disabled while no hook is set.
   void setForecastHook(std::function<void()> hook);
@@ -61,8 +58,6 @@ class Form4 : public QWidget {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void confirmClicked();
@@ -83,7 +78,6 @@ class Form4 : public QWidget {
   Env env_;
   Settings& settings_;
   QWidget* mainWindow_;
-  std::function<void(const QString& formName)> helpHook_;
   std::function<void()> forecastHook_;
   bool showing_ = false;  // controls being filled from the settings
   bool closingByButton_ = false;

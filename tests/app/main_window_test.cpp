@@ -3,6 +3,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTest>
@@ -16,6 +19,7 @@
 #include "log/news.h"
 #include "settings/help_window.h"
 #include "settings/settings.h"
+#include "settings/personal_settings_window.h"
 #include "settings/settings_window.h"
 #include "support/program_folder.h"
 
@@ -265,6 +269,26 @@ TEST(MainWindow, F1ReachesTheHelpHandlerWithTheWindowNumber) {
   browser.show();
   QTest::keyClick(&browser, Qt::Key_F1);
   EXPECT_EQ(asked, (QList<int>{1, 1, 18, 0}));
+}
+
+TEST(MainWindow, F1InTheSettingsWindowsAndTheirFields) {
+  Started s;
+  QList<int> asked;
+  s.form->helpHandler = [&asked](int n) { asked.append(n); };
+  Form4* form4 = s.form->settingsWindow();
+  form4->openWindow();
+  QTest::keyClick(form4, Qt::Key_F1);
+  form4->numText(0)->setFocus();
+  QTest::keyClick(form4->numText(0), Qt::Key_F1);
+  QTest::keyClick(form4->form4Cmd(1), Qt::Key_F1);
+  EXPECT_EQ(form4->numText(0)->text(), u"1"_qs);  // the key typed nothing
+  form4->hide();
+  Form2 form2;
+  form2.show();
+  QTest::keyClick(&form2, Qt::Key_F1);
+  QTest::keyClick(form2.option(3), Qt::Key_F1);
+  form2.hide();
+  EXPECT_EQ(asked, (QList<int>{4, 4, 4, 2, 2}));
 }
 
 TEST(MainWindow, StartPageScreenshot) {

@@ -477,18 +477,6 @@ TEST_F(SettingsWindow, AReloadByAPracticeEntryKeepsTheFilesStamp) {
   EXPECT_EQ(settings.stLastUpdate(), 1121);
 }
 
-TEST_F(SettingsWindow, F1CallsTheHelpHookFromTheWindowAndItsFields) {
-  QStringList calls;
-  form.setHelpHook([&](const QString& name) { calls.append(name); });
-  form.openWindow();
-  QTest::keyClick(&form, Qt::Key_F1);
-  form.numText(0)->setFocus();
-  QTest::keyClick(form.numText(0), Qt::Key_F1);
-  QTest::keyClick(form.form4Cmd(1), Qt::Key_F1);
-  EXPECT_EQ(calls, (QStringList{u"Form4"_qs, u"Form4"_qs, u"Form4"_qs}));
-  EXPECT_EQ(text(0), u"1"_qs);  // the key typed nothing
-}
-
 TEST_F(SettingsWindow, ForecastButtonHidesTheWindowWithoutClosingIt) {
   t.writeGbk(kSettingsFile, kSavedFile);
   int opened = 0;
@@ -565,16 +553,5 @@ TEST(PersonalSettingsWindow, EveryOpeningSelectsTheFirstOptionOfEachFrame) {
   EXPECT_FALSE(f.isVisible());
   f.show();
   EXPECT_TRUE(f.option(1)->isChecked());
-  f.hide();
-}
-
-TEST(PersonalSettingsWindow, F1CallsTheHelpHook) {
-  Form2 f;
-  QStringList calls;
-  f.setHelpHook([&](const QString& name) { calls.append(name); });
-  f.show();
-  QTest::keyClick(&f, Qt::Key_F1);
-  QTest::keyClick(f.option(3), Qt::Key_F1);
-  EXPECT_EQ(calls, (QStringList{u"Form2"_qs, u"Form2"_qs}));
   f.hide();
 }
