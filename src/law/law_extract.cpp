@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/text_toolkit.h"
+#include "law/law_files.h"
 #include "law/law_text.h"
 #include "law/numerals.h"
 #include "platform/vbtext.h"
@@ -142,11 +143,14 @@ QString GetPutTxt2Text(const QString& lawText, const QString& numeralTable, cons
   return gathered;
 }
 
-QString GetMyLongDaAn(const QString& lawText, const QString& numeralTable, const QString& findText,
-                      const LawIndex* index) {
-  const int type = index ? index->type() : GetLawTextType(lawText);
+namespace {
+
+// The numbers of the articles 1..count of a text of the given type that
+// contain the trimmed find text; type 1 counts with the numeral table instead.
+QString ArticlesContaining(const QString& lawText, const QString& numeralTable, const QString& findText, int type,
+                           qsizetype count, const LawIndex* index) {
   if (type == 0) return QString();
-  const qsizetype count = type == 1 ? Len(numeralTable) / 9 : LastItemNum(lawText);
+  if (type == 1) count = Len(numeralTable) / 9;
   const QString find = Trim(findText);
   // One pass over the text finds every heading; each article is then read
   // from its own place, so the whole search stays linear in the text.
@@ -179,6 +183,22 @@ QString GetMyLongDaAn(const QString& lawText, const QString& numeralTable, const
     if (InStr(article, find) > 0) found += CStr(i) + kFullPoint;
   }
   return found;
+}
+
+}  // namespace
+
+QString GetMyLongDaAn(const QString& lawText, const QString& numeralTable, const QString& findText,
+                      const LawIndex* index) {
+  const int type = index ? index->type() : GetLawTextType(lawText);
+  if (type == 0) return QString();
+  return ArticlesContaining(lawText, numeralTable, findText, type, type == 1 ? 0 : LastItemNum(lawText, type), index);
+}
+
+QString GetMyLongDaAn(const LawText& law, const QString& findText) {
+  // The law keeps its last article number; a numeral DaXie does not print
+  // (-1) counts no article.
+  return ArticlesContaining(law.text(), law.numeralTable(), findText, law.type(), std::max(law.lastItemNum(), 0),
+                            &law.index());
 }
 
 }  // namespace mj

@@ -8,6 +8,8 @@
 
 namespace mj {
 
+class LawText;
+
 // Where the article heading lines of a text stand, so that the heading of
 // article N (and the next heading behind a place) is found without searching
 // the whole text again. Every answer is exactly what a plain search for the
@@ -56,5 +58,8 @@ QString GetPutTxt2Text(const QString& lawText, const QString& numeralTable, cons
 // The numbers of the articles containing the trimmed find text, as 3．7．.
 QString GetMyLongDaAn(const QString& lawText, const QString& numeralTable, const QString& findText,
                       const LawIndex* index = nullptr);
+// The same for a loaded law, with its cached numeral table, index and last
+// article number.
+QString GetMyLongDaAn(const LawText& law, const QString& findText);
 
 }  // namespace mj

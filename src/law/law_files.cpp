@@ -20,8 +20,9 @@ int LawText::type() const {
 }
 
 int LawText::lastItemNum() const {
+  const int t = type();
   std::lock_guard lock(mutex_);
-  if (!last_) last_ = LastItemNum(text_);
+  if (!last_) last_ = LastItemNum(text_, t);
   return *last_;
 }
 

@@ -93,7 +93,7 @@ QString GetOneLawItem(const Env& env, const QString& title, const QString& file,
   const QString path = LawTagPath(env, file);
   const LawTextPtr law = path.isEmpty() ? nullptr : LoadLawFile(path);
   if (!law) return QString();
-  const QString numbers = GetMyLongDaAn(law->text(), law->numeralTable(), findText, &law->index());
+  const QString numbers = GetMyLongDaAn(*law, findText);
   QString text = GetPutTxt2Text(law->text(), law->numeralTable(), numbers, &law->index());
   if (HasPlainChar(findText)) {
     const QString find = Trim(findText);

@@ -88,8 +88,9 @@ QString FirstHeadLine(const QString& text) {
   return QString();
 }
 
-int LastItemNum(const QString& text) {
-  const int type = GetLawTextType(text);
+int LastItemNum(const QString& text) { return LastItemNum(text, GetLawTextType(text)); }
+
+int LastItemNum(const QString& text, int type) {
   if (type == 0) return 0;
   const QString sp = LawIndentOf(text);
   const qsizetype lsp = Len(sp);

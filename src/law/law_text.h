@@ -36,6 +36,8 @@ QString FirstHeadLine(const QString& text);
 // end (or from the last 附件 line), passing over article numbers cited inside
 // sentences; 0 when there is none, -1 when the numeral is not one DaXie prints.
 int LastItemNum(const QString& text);
+// The same for a text whose numbering style (GetLawTextType) is known.
+int LastItemNum(const QString& text, int type);
 
 // The number of the article whose heading stands at or above pos in a text the
 // program printed; 0 (or below 1) when there is none.
