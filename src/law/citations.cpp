@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/text_toolkit.h"
+#include "bank/tables.h"
 #include "law/law_extract.h"
 #include "law/law_files.h"
 #include "law/law_text.h"
@@ -259,19 +260,25 @@ QString GetLawTxtForDaAn(const Env& env, const QString& citationText) {
   return printed;
 }
 
+int FindLawNameRow(const DbfTable& lawNames, const QString& name) {
+  const int lawname = lawNames.fieldIndex(QStringLiteral("lawname"));
+  const QString wanted = Trim(name);
+  for (const int row : lawNames.rows())
+    if (Trim(lawNames.text(row, lawname)) == wanted) return row;
+  return -1;
+}
+
 QString GetOneLawFileName(const Env& env, const DbfTable& lawNames, const QString& lawName, bool* endProgram) {
   if (endProgram) *endProgram = false;
-  const QString wanted = Trim(lawName);
-  for (const int row : lawNames.rows())
-    if (Trim(lawNames.text(row, QStringLiteral("lawname"))) == wanted)
-      return lawNames.text(row, QStringLiteral("filename"));
+  const int row = FindLawNameRow(lawNames, lawName);
+  if (row >= 0) return lawNames.text(row, QStringLiteral("filename"));
   env.msgBox(QStringLiteral(" 没有从法律名数据库中得到与该法律名向对应的文件名"));
   if (endProgram) *endProgram = true;
   return QString();
 }
 
 QString GetOneLawFileName(const Env& env, const QString& lawName, bool* endProgram) {
-  const DbfTable table = DbfTable::open(env.path(QStringLiteral("\\dbf\\33.mmd")));
+  const DbfTable table = DbfTable::open(env.path(QStringLiteral("\\dbf\\") + tables::kLawNames));
   return GetOneLawFileName(env, table, lawName, endProgram);
 }
 

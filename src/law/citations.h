@@ -44,6 +44,10 @@ QString StripKuanXiang(const QString& text);
 // CR LF. The title is printed again for every article.
 QString GetLawTxtForDaAn(const Env& env, const QString& citationText);
 
+// The first row of the law-name table whose trimmed lawname equals the
+// trimmed name; -1 when there is none.
+int FindLawNameRow(const DbfTable& lawNames, const QString& name);
+
 // The filename field of the first row of the law-name table whose trimmed
 // lawname equals the trimmed lawName. Without one, shows a box and sets
 // *endProgram: the program is to end; the result is then empty.

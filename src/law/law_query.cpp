@@ -3,6 +3,7 @@
 #include <QDir>
 
 #include "app/text_toolkit.h"
+#include "bank/tables.h"
 #include "law/citations.h"
 #include "law/law_extract.h"
 #include "law/law_links.h"
@@ -124,18 +125,15 @@ QString GetRichTxt(const Env& env, const QString& fileList, const QString& findT
 }
 
 QString GetMyLawFileName(const Env& env, const QString& lawName, int mode) {
-  const DbfTable table = DbfTable::open(env.path(QStringLiteral("\\dbf\\33.mmd")));
-  const int lawname = table.fieldIndex(QStringLiteral("lawname"));
-  const int filename = table.fieldIndex(QStringLiteral("filename"));
-  if (lawname < 0) return QString();
-  const QString wanted = Trim(lawName);
-  for (const int row : table.rows()) {
-    const QString name = Trim(table.text(row, lawname));
-    if (name != wanted) continue;
-    if (mode == 1) return Right(Trim(table.text(row, filename)), 5);
-    if (mode == 2) return name;
-    return QString();
-  }
+  return GetMyLawFileName(DbfTable::open(env.path(QStringLiteral("\\dbf\\") + tables::kLawNames)), lawName, mode);
+}
+
+QString GetMyLawFileName(const DbfTable& lawNames, const QString& lawName, int mode) {
+  if (lawNames.fieldIndex(QStringLiteral("lawname")) < 0) return QString();
+  const int row = FindLawNameRow(lawNames, lawName);
+  if (row < 0) return QString();
+  if (mode == 1) return Right(Trim(lawNames.text(row, QStringLiteral("filename"))), 5);
+  if (mode == 2) return Trim(lawNames.text(row, QStringLiteral("lawname")));
   return QString();
 }
 
@@ -579,8 +577,9 @@ void LawQuery::clickInView(qsizetype caret, bool ctrl, bool rightButton) {
   // that its heading is read like every other.
   const double n = ItemNumAtCaret(kCrLf + view, pos + 2, type);
   if (n < 1) return;
-  const QString code = GetMyLawFileName(env_, name, 1);
-  const QString lawName = GetMyLawFileName(env_, name, 2);
+  const DbfTable lawNames = DbfTable::open(env_.path(QStringLiteral("\\dbf\\") + tables::kLawNames));
+  const QString code = GetMyLawFileName(lawNames, name, 1);
+  const QString lawName = GetMyLawFileName(lawNames, name, 2);
   // With Ctrl the article leads to its knowledge points; until they come,
   // the click finds the article's questions as a plain click does.
   (void)ctrl;

@@ -16,6 +16,7 @@
 #include "bank/item_index.h"
 #include "law/law_files.h"
 #include "law/law_tree.h"
+#include "platform/dbftable.h"
 #include "platform/env.h"
 
 namespace mj {
@@ -71,6 +72,8 @@ QString GetRichTxt(const Env& env, const QString& fileList, const QString& findT
 // trimmed lawName: mode 1 the last five characters of its trimmed filename
 // (the law's bank code), mode 2 its trimmed lawname. "" when there is none.
 QString GetMyLawFileName(const Env& env, const QString& lawName, int mode);
+// The same on a law-name table opened already.
+QString GetMyLawFileName(const DbfTable& lawNames, const QString& lawName, int mode);
 
 // The path of a tree node's file; "" when the tag leaves the program folder.
 QString LawTagPath(const Env& env, const QString& tag);
