@@ -135,7 +135,6 @@ int LastItemNum(const QString& text, int type) {
 }
 
 double ItemNumAtCaret(const QString& text, qsizetype pos, int type) {
-  const QString t = text + kCrLf;
   if (pos + 2 <= 1) return 0;
   QString numerals;
   if (type == 1 || type == 2)
@@ -151,29 +150,29 @@ double ItemNumAtCaret(const QString& text, qsizetype pos, int type) {
   qsizetype end = 0;
   qsizetype start = 0;
   // Places behind the text hold no character, so nothing can happen there.
-  for (qsizetype i = std::min(pos + 2, Len(t) + 1); i >= 1; --i) {
-    if (end == 0 && i >= 3 && In(separators, At(t, i))) {
+  for (qsizetype i = std::min(pos + 2, Len(text) + 1); i >= 1; --i) {
+    if (end == 0 && i >= 3 && In(separators, At(text, i))) {
       if (type == 1) {
-        if (At(t, i - 1) == u'条') {
+        if (At(text, i - 1) == u'条') {
           end = i - 2;
           i -= 2;
         }
-      } else if (In(numerals, At(t, i - 1))) {
+      } else if (In(numerals, At(text, i - 1))) {
         end = i - 1;
         i -= 1;
       }
     }
-    if (end > 0 && !In(numerals, At(t, i)) && i >= (type == 1 ? 5 : 4)) {
+    if (end > 0 && !In(numerals, At(text, i)) && i >= (type == 1 ? 5 : 4)) {
       if (type == 1) {
-        if (At(t, i) == u'第') {
-          if (Mid(t, i - 4, 4) == head1) {
+        if (At(text, i) == u'第') {
+          if (Mid(text, i - 4, 4) == head1) {
             start = i + 1;
             break;
           }
           end = 0;
         }
-      } else if (At(t, i) == u'　') {
-        if (Mid(t, i - 3, 3) == head23) {
+      } else if (At(text, i) == u'　') {
+        if (Mid(text, i - 3, 3) == head23) {
           start = i + 1;
           break;
         }
@@ -182,7 +181,7 @@ double ItemNumAtCaret(const QString& text, qsizetype pos, int type) {
     }
   }
   if (start >= 1 && end >= start) {
-    const QString number = Mid(t, start, end - start + 1);
+    const QString number = Mid(text, start, end - start + 1);
     if (type == 3) return Val(number);
     return DaXieToNum(number);
   }
