@@ -52,7 +52,7 @@ qint16 GetMyOkItemNum(const QString& text, qsizetype pos) {
 }
 
 std::optional<AnswerCitation> CitationAtAnswer(const Env& env, const QString& text, qsizetype pos) {
-  const QString head = QStringLiteral("》") + kCrLf + kLawIndent + QStringLiteral("第");
+  const QString& head = kPrintedArticleHead;
   if (!text.contains(u'《') || !text.contains(head) || !text.contains(u'条')) return std::nullopt;
   if (pos < 1) return std::nullopt;
   const qsizetype p = InStrRev(text, QStringLiteral("《"), pos);

@@ -29,6 +29,9 @@ qint16 GetMyOkItemNum(const QString& text, qsizetype pos);
 
 // An article printed under an answer: the title line 《...》, CR LF, then the
 // article heading 　　第...条.
+// Where a printed article begins: the end of its title line, CR LF, the
+// indent and the 第 of its heading.
+inline const QString kPrintedArticleHead = QStringLiteral("》\r\n　　第");
 struct AnswerCitation {
   QString title;  // without 《》
   QString item;   // 第十二条

@@ -606,6 +606,12 @@ bool LawQuery::openFromAnswer(const QString& text, qsizetype pos, int flag) {
   return true;
 }
 
+bool LawQuery::openAtAnswer(const QString& answerText) {
+  const qsizetype first = answerText.indexOf(kPrintedArticleHead);
+  // The 1-based place behind the marker is its 第.
+  return first >= 0 && openFromAnswer(answerText, first + kPrintedArticleHead.size(), 1);
+}
+
 void LawQuery::openLawAt(const QString& lawTitle, const QString& item) {
   const QString marked = QStringLiteral("《") + lawTitle + QStringLiteral("》");
   const QString rel = QStringLiteral("\\lawtxt\\") + lawTitle + QStringLiteral(".mmd");

@@ -239,6 +239,10 @@ class LawQuery {
   // flag 1: a plain double click; 2: with Ctrl (handled as 1 until the
   // knowledge points come). False when the text at pos is no article.
   bool openFromAnswer(const QString& text, qsizetype pos, int flag);
+  // 法律查询 of the answer window: opens the law of the first article printed
+  // under the answer (text with CR LF line ends) at that article, as a plain
+  // double click on its heading does. False when the answer prints none.
+  bool openAtAnswer(const QString& answerText);
   // Opens the law titled title (without 《》) at the article heading item
   // (第十二条), as a double click on a printed citation does.
   void openLawAt(const QString& title, const QString& item);

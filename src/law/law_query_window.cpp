@@ -340,28 +340,27 @@ void Form6::startRelatedRun() {
 
 bool Form6::OpenLawFromAnswer(const QString& text, qsizetype pos, int flag) {
   if (!query_.openFromAnswer(text, pos, flag)) return false;
-  TreePanel->setVisible(true);
-  showAgain();
-  render();
+  showOpenedLaw();
   return true;
 }
 
 bool Form6::OpenLawFromShownAnswer(const QString& shownText, int position, bool ctrl) {
-  QString text = shownText;
-  text.replace(u'\n', kCrLf);
-  // Every LF before the caret became two characters.
-  const qsizetype at = std::clamp<qsizetype>(position, 0, shownText.size());
-  const qsizetype index = at + shownText.left(at).count(u'\n');
-  return OpenLawFromAnswer(text, index + 1, ctrl ? 2 : 1);
+  const CrLfPlace at = ToCrLfPlace(shownText, position);
+  return OpenLawFromAnswer(at.text, at.index + 1, ctrl ? 2 : 1);
 }
 
 void Form6::openAtAnswer(const QString& answerText) {
   entryMode = 2;
-  // The heading 第 of the first article printed under a title line.
-  const QString head = QStringLiteral("》") + kCrLf + kLawIndent + QStringLiteral("第");
-  const qsizetype first = answerText.indexOf(head);
-  if (first >= 0 && OpenLawFromAnswer(answerText, first + head.size(), 1)) return;
+  if (query_.openAtAnswer(answerText))
+    showOpenedLaw();
+  else
+    showAgain();
+}
+
+void Form6::showOpenedLaw() {
+  TreePanel->setVisible(true);
   showAgain();
+  render();
 }
 
 void Form6::showAgain() {

@@ -103,6 +103,8 @@ class Form6 : public QWidget {
   void loadTree(LawTreeOrder order);
   void viewClicked(bool ctrl);
   void showKeypad(bool visible);
+  // After a law was opened from an answer: the tree, the window, the state.
+  void showOpenedLaw();
 
   LawQuery query_;
   Form7* keypad_ = nullptr;

@@ -57,4 +57,13 @@ LinePlace LineOfTextIndex(const QString& text, qsizetype index) {
   return p;
 }
 
+CrLfPlace ToCrLfPlace(const QString& shownText, qsizetype position) {
+  CrLfPlace p;
+  p.text = shownText;
+  p.text.replace(u'\n', QStringLiteral("\r\n"));
+  const qsizetype at = std::clamp<qsizetype>(position, 0, shownText.size());
+  p.index = at + shownText.left(at).count(u'\n');
+  return p;
+}
+
 }  // namespace mj

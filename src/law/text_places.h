@@ -21,4 +21,14 @@ qsizetype TextIndexOfLine(const QString& text, int line, qsizetype column);
 // CR LF counts as the end of its line.
 LinePlace LineOfTextIndex(const QString& text, qsizetype index);
 
+// A text shown with LF line ends as a text with CR LF ones (every LF becomes
+// CR LF), and a 0-based place in the shown text carried over to it: every LF
+// before the place became two characters. The place is first kept within
+// 0..the length of the shown text.
+struct CrLfPlace {
+  QString text;
+  qsizetype index = 0;
+};
+CrLfPlace ToCrLfPlace(const QString& shownText, qsizetype position);
+
 }  // namespace mj

@@ -300,6 +300,34 @@ TEST_F(AnswerTest, TheFlagDecides) {
   EXPECT_EQ(other.Label3, u"准备查询:《示例法》"_qs);
 }
 
+TEST_F(AnswerTest, TheLawQueryButtonOpensTheFirstPrintedArticle) {
+  LawQuery other(te.env);
+  other.setItems(&items);
+  ASSERT_TRUE(other.openAtAnswer(answer));
+  const QString law = test::ArticleLaw(kSampleLast);
+  EXPECT_EQ(other.Label3, u"准备查询:《示例法》"_qs);
+  EXPECT_EQ(other.view, law);
+  ASSERT_TRUE(other.caretRequest.has_value());
+  EXPECT_EQ(other.caretRequest->position, law.indexOf(u"\r\n　　第十二条"_qs) + 2);
+  EXPECT_EQ(other.Command5Caption, u"相关2题"_qs);
+  // The second printed article comes first when the first is cut away.
+  LawQuery second(te.env);
+  second.setItems(&items);
+  ASSERT_TRUE(second.openAtAnswer(answer.mid(answer.indexOf(u"第12号"_qs))));
+  ASSERT_TRUE(second.caretRequest.has_value());
+  EXPECT_EQ(second.caretRequest->position, law.indexOf(u"\r\n　　第三条"_qs) + 2);
+}
+
+TEST_F(AnswerTest, TheLawQueryButtonWithoutAPrintedArticle) {
+  LawQuery other(te.env);
+  EXPECT_FALSE(other.openAtAnswer(u"答案：A。参见《示例法》第12条\r\n"_qs));
+  EXPECT_FALSE(other.openAtAnswer(QString()));
+  // A printed article whose law file is missing opens nothing.
+  EXPECT_FALSE(other.openAtAnswer(u"《没有的法》\r\n　　第一条　内容。"_qs));
+  EXPECT_EQ(other.Label3, u"准备查询:"_qs);
+  EXPECT_FALSE(other.caretRequest.has_value());
+}
+
 // ---- Export of the law texts -------------------------------------------------
 
 TEST(CollectLawTexts, EveryArticleOfEveryLaw) {

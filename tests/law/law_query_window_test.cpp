@@ -347,5 +347,23 @@ TEST(TextPlaces, LinesAndIndexes) {
   EXPECT_EQ(LineOfTextIndex(t, 12).line, 4);
 }
 
+TEST(TextPlaces, AShownTextAndItsCaretWithCrLf) {
+  const QString shown = u"ab\ncd\n\nef"_qs;
+  EXPECT_EQ(ToCrLfPlace(shown, 0).text, u"ab\r\ncd\r\n\r\nef"_qs);
+  EXPECT_EQ(ToCrLfPlace(shown, 0).index, 0);
+  EXPECT_EQ(ToCrLfPlace(shown, 2).index, 2);  // before the first LF
+  EXPECT_EQ(ToCrLfPlace(shown, 3).index, 4);  // behind it: on c
+  EXPECT_EQ(ToCrLfPlace(shown, 6).index, 8);  // on the LF of the empty line
+  EXPECT_EQ(ToCrLfPlace(shown, 7).index, 10);
+  EXPECT_EQ(ToCrLfPlace(shown, 9).index, 12);  // the end
+  // Places outside the text are kept at its ends.
+  EXPECT_EQ(ToCrLfPlace(shown, -5).index, 0);
+  EXPECT_EQ(ToCrLfPlace(shown, 99).index, 12);
+  // A CR LF already there gets a second CR, as any LF does.
+  EXPECT_EQ(ToCrLfPlace(u"a\r\nb"_qs, 3).text, u"a\r\r\nb"_qs);
+  EXPECT_EQ(ToCrLfPlace(u"a\r\nb"_qs, 3).index, 4);
+  EXPECT_EQ(ToCrLfPlace(QString(), 3).index, 0);
+}
+
 }  // namespace
 }  // namespace mj
