@@ -592,6 +592,12 @@ void LawQuery::clickInView(qsizetype caret, bool ctrl, bool rightButton) {
 
 std::optional<qsizetype> LawQuery::tocJump(qsizetype caret) const { return TocJumpTarget(view, caret); }
 
+void LawQuery::clickInViewAndJump(qsizetype caret, bool ctrl) {
+  clickInView(caret, ctrl);
+  if (inTempText) return;
+  if (const std::optional<qsizetype> jump = tocJump(caret)) caretRequest = CaretRequest{*jump, true};
+}
+
 QString LawQuery::relatedRunIds() const { return Command5Enabled ? longIds : QString(); }
 
 int LawQuery::relatedRunCount() const { return static_cast<int>(Val(Mid(Command5Caption, 3))); }

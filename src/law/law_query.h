@@ -229,6 +229,13 @@ class LawQuery {
   void clickInView(qsizetype caret, bool ctrl = false, bool rightButton = false);
   // After a click: the 0-based place the table of contents leads to.
   std::optional<qsizetype> tocJump(qsizetype caret) const;
+  // A left click of the user in the view: clickInView, then, unless the
+  // temporary text is shown, a line of the table of contents puts the caret
+  // on its heading (at the top of the view).
+  void clickInViewAndJump(qsizetype caret, bool ctrl);
+  // Whether the view shows a law or a result being read (not the temporary
+  // text, not empty): the tree may then make room for it.
+  bool readingResult() const { return !inTempText && resultShown && !view.isEmpty(); }
 
   // The questions of 相关NN题, to be practised; empty when the button is
   // disabled. The count is read from the button's caption.

@@ -315,14 +315,11 @@ void Form6::viewClicked(bool ctrl) {
     QGuiApplication::clipboard()->setText(selected);
   }
   const qsizetype caret = TextIndexOf(query_.view, RichTextBox1->document(), c.selectionStart());
-  query_.clickInView(caret, ctrl);
-  if (!query_.inTempText) {
-    if (const std::optional<qsizetype> jump = query_.tocJump(caret)) query_.caretRequest = {*jump, true};
-    // Reading a law: the tree makes room for the text.
-    if (query_.resultShown && !query_.view.isEmpty() && TreePanel->isVisible()) {
-      TreePanel->setVisible(false);
-      layout()->activate();
-    }
+  query_.clickInViewAndJump(caret, ctrl);
+  // Reading a law: the tree makes room for the text.
+  if (query_.readingResult() && TreePanel->isVisible()) {
+    TreePanel->setVisible(false);
+    layout()->activate();
   }
   render();
 }

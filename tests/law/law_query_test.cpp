@@ -699,6 +699,52 @@ TEST(MayBeFileName, Rules) {
 
 // ---- Table of contents ----------------------------------------------------
 
+TEST_F(LawQueryTest, AClickOnALineOfTheContentsJumpsToItsHeading) {
+  QStringList lines{u"目录法"_qs, u"　　目录"_qs, u"　　第一章 总则"_qs, u"　　第二章 分则"_qs, u"　　第一章 总则"_qs};
+  for (int i = 1; i <= 5; ++i) lines.append(u"　　第"_qs + DaXie(i) + u"条 总则内容"_qs + CStr(i) + u"。"_qs);
+  lines << u"　　第二章 分则"_qs;
+  for (int i = 6; i <= 30; ++i) lines.append(u"　　第"_qs + DaXie(i) + u"条 分则内容"_qs + CStr(i) + u"。"_qs);
+  te.writeGbk(u"\\lawtxt\\目录法.mmd"_qs, test::JoinCrLf(lines));
+  te.writeGbk(u"\\ini\\leibie.mmd"_qs, test::TreeText({u"FILE=\"\\lawtxt\\目录法.mmd\""_qs, u"《目录法》"_qs}));
+  EXPECT_FALSE(q->readingResult());
+  q->loadTree(LawTreeOrder::Class);
+  pick(u"《目录法》"_qs);
+  EXPECT_TRUE(q->readingResult());
+  EXPECT_FALSE(q->caretRequest.has_value());
+
+  q->clickInViewAndJump(q->view.indexOf(u"二章 分则"_qs), false);
+  ASSERT_TRUE(q->caretRequest.has_value());
+  EXPECT_EQ(q->caretRequest->position, q->view.lastIndexOf(u"　　第二章 分则"_qs));
+  EXPECT_TRUE(q->caretRequest->toTop);
+  q->caretRequest.reset();
+
+  // An article line occurs once: no jump, but the click is read as ever.
+  q->clickInViewAndJump(q->view.indexOf(u"总则内容3"_qs), false);
+  EXPECT_FALSE(q->caretRequest.has_value());
+  EXPECT_TRUE(q->viewReadOnly);
+
+  // In the temporary text nothing jumps, and nothing is read.
+  q->mergeToText();
+  q->lookText();
+  EXPECT_FALSE(q->readingResult());
+  q->clickInViewAndJump(q->view.indexOf(u"二章 分则"_qs), false);
+  EXPECT_FALSE(q->caretRequest.has_value());
+  EXPECT_FALSE(q->viewReadOnly);
+}
+
+TEST_F(LawQueryTest, AGroupOrAnEmptyViewIsNoResultBeingRead) {
+  pick(u"分组"_qs);
+  EXPECT_FALSE(q->readingResult());
+  pick(u"《示例法》"_qs);
+  EXPECT_TRUE(q->readingResult());
+  q->noText();  // not in the temporary text: the view stays
+  EXPECT_TRUE(q->readingResult());
+  q->lookText();
+  EXPECT_FALSE(q->readingResult());
+  q->goBack();
+  EXPECT_TRUE(q->readingResult());
+}
+
 TEST(TocJumpTarget, ALineOfTheContentsLeadsToItsHeading) {
   const QString law =
       test::JoinCrLf({u"某法"_qs, u"　　目录"_qs, u"　　第一章 总则"_qs, u"　　第二章 分则"_qs, u"　　第一章 总则"_qs,
