@@ -69,19 +69,7 @@ void Form7::LocateForm(const QWidget* beside) {
 }
 
 void Form7::keyPressEvent(QKeyEvent* e) {
-  int index = -1;
-  switch (e->key()) {
-    case Qt::Key_Backspace:
-      index = keypad::kDelete;
-      break;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      index = keypad::kRun;
-      break;
-    default:
-      if (!e->text().isEmpty()) index = keypad::ButtonForChar(e->text().at(0));
-      break;
-  }
+  const int index = keypad::ButtonForKey(e->key(), e->text().isEmpty() ? QChar() : e->text().at(0));
   if (index < 0) {
     QWidget::keyPressEvent(e);
     return;

@@ -261,6 +261,18 @@ int ButtonForChar(QChar c) {
   }
 }
 
+int ButtonForKey(int key, QChar text) {
+  switch (key) {
+    case Qt::Key_Backspace:
+      return kDelete;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return kRun;
+    default:
+      return ButtonForChar(text);
+  }
+}
+
 QString HelpTitle() { return QStringLiteral("本框说明"); }
 
 QString HelpText() {

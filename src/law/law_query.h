@@ -117,6 +117,10 @@ bool Enabled(const QString& box, int index);
 // The button a typed character stands for, or -1: digits, "-", "," and "*"
 // (comma), "C", "c" and "/" (clear), backspace (delete), Enter (条).
 int ButtonForChar(QChar c);
+// The button a key press stands for, or -1: Backspace (delete), Return and
+// Enter (条) whatever text they bring, else the button of the first
+// character the key typed (text; a null character when it typed none).
+int ButtonForKey(int key, QChar text);
 // "本框说明" and its text.
 QString HelpTitle();
 QString HelpText();

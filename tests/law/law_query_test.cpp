@@ -472,6 +472,25 @@ TEST(Keypad, KeysOfTheKeyboard) {
   EXPECT_EQ(ButtonForChar(u'a'), -1);
 }
 
+TEST(Keypad, KeyPresses) {
+  using namespace keypad;
+  EXPECT_EQ(ButtonForKey(Qt::Key_Backspace, u'\b'), kDelete);
+  EXPECT_EQ(ButtonForKey(Qt::Key_Backspace, QChar()), kDelete);
+  EXPECT_EQ(ButtonForKey(Qt::Key_Return, u'\r'), kRun);
+  EXPECT_EQ(ButtonForKey(Qt::Key_Return, QChar()), kRun);
+  EXPECT_EQ(ButtonForKey(Qt::Key_Enter, u'\r'), kRun);
+  EXPECT_EQ(ButtonForKey(Qt::Key_Enter, QChar()), kRun);
+  // Other keys go by the character they typed.
+  EXPECT_EQ(ButtonForKey(Qt::Key_7, u'7'), 7);
+  EXPECT_EQ(ButtonForKey(Qt::Key_Asterisk, u'*'), kComma);
+  EXPECT_EQ(ButtonForKey(Qt::Key_Slash, u'/'), kClear);
+  EXPECT_EQ(ButtonForKey(Qt::Key_C, u'c'), kClear);
+  EXPECT_EQ(ButtonForKey(Qt::Key_Minus, u'-'), kMinus);
+  EXPECT_EQ(ButtonForKey(Qt::Key_Period, u'.'), -1);
+  EXPECT_EQ(ButtonForKey(Qt::Key_Shift, QChar()), -1);
+  EXPECT_EQ(ButtonForKey(Qt::Key_Delete, u'\x7f'), -1);
+}
+
 TEST(Keypad, HelpText) {
   EXPECT_EQ(keypad::HelpTitle(), u"本框说明"_qs);
   EXPECT_EQ(keypad::HelpText(),
