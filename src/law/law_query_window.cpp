@@ -13,7 +13,6 @@
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTextBlock>
 #include <QTimer>
@@ -21,10 +20,7 @@
 #include <QVBoxLayout>
 
 #include "law/keypad_window.h"
-#include "law/law_text.h"
-#include "law/numerals.h"
 #include "law/text_places.h"
-#include "platform/vbtext.h"
 
 namespace mj {
 
@@ -369,19 +365,11 @@ void Form6::showAgain() {
 
 bool Form6::eventFilter(QObject* watched, QEvent* event) {
   const QEvent::Type type = event->type();
-  if (type == QEvent::KeyPress || type == QEvent::KeyRelease) {
+  if (type == QEvent::KeyRelease) return false;
+  if (type == QEvent::KeyPress) {
     auto* w = qobject_cast<QWidget*>(watched);
     if (!w || w->window() != this) return false;
     auto* k = static_cast<QKeyEvent*>(event);
-    if (type == QEvent::KeyRelease) {
-      query_.shiftState = 0;
-      return false;
-    }
-    int state = 0;
-    if (k->modifiers() & Qt::ShiftModifier) state |= 1;
-    if (k->modifiers() & Qt::ControlModifier) state |= 2;
-    if (k->modifiers() & Qt::AltModifier) state |= 4;
-    query_.shiftState = state & 7;
     // The decimal point anywhere in the window calls the keypad.
     if (k->key() == Qt::Key_Period) {
       query_.decimalKey();

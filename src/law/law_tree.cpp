@@ -2,7 +2,6 @@
 
 #include <QHash>
 
-#include "app/text_toolkit.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
 
