@@ -217,7 +217,6 @@ QString StripKuanXiang(const QString& text) {
 QString GetLawTxtForDaAn(const Env& env, const QString& citationText) {
   QString flat = LongDaAn(citationText);
   QString printed;
-  QString current;
   // The law of the previous piece, which most pieces share.
   QString loadedName;
   LawTextPtr loaded;
@@ -229,7 +228,6 @@ QString GetLawTxtForDaAn(const Env& env, const QString& citationText) {
     piece.remove(kCrLf);
     const qsizetype close = LastPos(piece, kTitleClose);
     const QString title = Left(piece, close);
-    if (title != current) current = title;
     QString name = title;
     for (const QString& drop : {QStringLiteral("<"), QStringLiteral(">"), kCrLf, kTitleOpen, kTitleClose})
       name.remove(drop);
@@ -255,7 +253,7 @@ QString GetLawTxtForDaAn(const Env& env, const QString& citationText) {
         item = Mid(item, 3);
       }
     }
-    printed += current + kCrLf + item + kCrLf;
+    printed += title + kCrLf + item + kCrLf;
   }
   return printed;
 }

@@ -319,8 +319,6 @@ void LawQuery::show(const QString& text) {
   ++viewVersion;
 }
 
-QString LawQuery::numeralTable() const { return law_ ? law_->numeralTable() : QString(); }
-
 void LawQuery::setQueryState() {
   inTempText = false;
   if (Command5Caption == kLookingAtTemp) Command5Caption = kRelatedIdle;
@@ -635,7 +633,6 @@ void LawQuery::openLawAt(const QString& lawTitle, const QString& item) {
   const QString rel = QStringLiteral("\\lawtxt\\") + lawTitle + QStringLiteral(".mmd");
   fileList = marked + kLawMark + rel + kFileMark;
   Label3 = kReadyLabel + marked;
-  Command5Enabled = true;
   title = marked;
   file = rel;
   Text1Enabled = Text2Enabled = true;

@@ -190,8 +190,7 @@ class LawQuery {
   LawResultIndex result;
   QString tempText;
   QString lastResult;
-  QString longIds;     // the questions of the clicked article
-  int shiftState = 0;  // key state of the last key press, masked with 7
+  QString longIds;  // the questions of the clicked article
 
   // ---- Actions ----------------------------------------------------------
   void loadTree(LawTreeOrder which);
@@ -265,7 +264,6 @@ class LawQuery {
   void emphasesItem();
   void applyText1(const QString& text);
   void saveText(const QString& text, const QString& dialogTitle);
-  QString numeralTable() const;
 
   Env env_;
   const ItemIndex* items_ = nullptr;
