@@ -647,8 +647,7 @@ void LawQuery::openLawAt(const QString& lawTitle, const QString& item) {
   lastResult = view;
   setQueryState();
   // Any place in the text belongs to this law.
-  result.lengths = QStringLiteral("000000000000066");
-  result.names = marked + kLawMark;
+  result.setSingle(66, marked);
   const qsizetype p = InStr(lawText, kCrLf + kLawIndent + item);
   const qsizetype caret = p > 0 ? p + 1 : 0;
   caretRequest = CaretRequest{caret, true};
