@@ -195,8 +195,12 @@ Emphases ReadEmphases(const Env& env, const QString& title) {
   e.titleOk = close > 0;
   if (!e.fileExists || !e.titleOk) return e;
   const QString section = Mid(title, open + 1, close - open - 1);
-  e.key = IniRead(file, section, QStringLiteral("重点法条"));
-  e.minor = IniRead(file, section, QStringLiteral("次重点法条"));
+  // One read of the file for both values.
+  bool ok = false;
+  const QString text = ReadText(file, &ok);
+  if (!ok) return e;
+  e.key = IniValueIn(text, section, QStringLiteral("重点法条"));
+  e.minor = IniValueIn(text, section, QStringLiteral("次重点法条"));
   return e;
 }
 
