@@ -301,9 +301,8 @@ QList<LawTextRecord> CollectLawTexts(const Env& env, const std::function<QString
     const QString id = lawIdOf ? lawIdOf(QStringLiteral("《") + title + QStringLiteral("》")) : QString();
     const LawTextPtr law = LoadLawFile(dir.filePath(f));
     if (!law) continue;
-    const LawIndex index(law->text(), law->type());
     for (int n = 1; n <= 600; ++n) {
-      const QString text = GetPutTxt2Text(law->text(), table, CStr(n) + kFullPoint, &index);
+      const QString text = GetPutTxt2Text(law->text(), table, CStr(n) + kFullPoint, &law->index());
       if (text.isEmpty()) break;
       records.append({id, title, n, text});
     }
