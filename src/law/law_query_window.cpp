@@ -201,11 +201,8 @@ void Form6::buildTree() {
   QList<QTreeWidgetItem*> items(tree.nodes.size(), nullptr);
   for (int i = 0; i < tree.nodes.size(); ++i) {
     const LawTreeNode& n = tree.nodes[i];
-    QTreeWidgetItem* parent = nullptr;
-    if (i > 0) {
-      const int p = tree.indexOf(n.parentKey);
-      parent = p >= 0 ? items[p] : nullptr;
-    }
+    // A parent always stands before its children.
+    QTreeWidgetItem* parent = n.parent >= 0 && n.parent < i ? items[n.parent] : nullptr;
     auto* it = parent ? new QTreeWidgetItem(parent) : new QTreeWidgetItem(TreeView1);
     it->setText(0, n.text);
     it->setData(0, Qt::UserRole, i);

@@ -98,6 +98,7 @@ LawTree Txt2TreeView(const QString& fileText, const QString& rootCaption) {
     const auto parent = byKey.constFind(node.parentKey);
     if (parent == byKey.constEnd()) continue;  // a skipped level: the node cannot be hung anywhere
     const int place = static_cast<int>(tree.nodes.size());
+    node.parent = *parent;
     tree.nodes[*parent].children.append(place);
     byKey.insert(node.key, place);
     tree.nodes.append(node);

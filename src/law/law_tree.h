@@ -22,6 +22,7 @@ struct LawTreeNode {
   QString tag;          // the file line in force, e.g. \lawtxt\刑法.mmd
   int level = 0;        // 0 for the root
   QList<int> children;  // places in LawTree::nodes, in file order
+  int parent = -1;      // place of the parent in LawTree::nodes, -1 for the root
 };
 
 struct LawTree {

@@ -29,6 +29,11 @@ TEST(Txt2TreeView, KeysAreTheCountersOfEveryLevelDownToTheNode) {
   EXPECT_EQ(t.nodes[0].children, (QList<int>{1, 5}));
   EXPECT_EQ(t.nodes[1].children, (QList<int>{2, 4}));
   EXPECT_EQ(t.nodes[2].children, (QList<int>{3}));
+  // Each node knows the place of its parent, the one its key names.
+  EXPECT_EQ(t.nodes[0].parent, -1);
+  for (int i = 1; i < t.nodes.size(); ++i) EXPECT_EQ(t.nodes[i].parent, t.indexOf(t.nodes[i].parentKey)) << i;
+  EXPECT_EQ(t.nodes[3].parent, 2);
+  EXPECT_EQ(t.nodes[6].parent, 5);
   // A deeper level starts counting anew under the next parent.
   EXPECT_EQ(t.nodes[6].key, u"00020001 node"_qs);
 }
