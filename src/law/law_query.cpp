@@ -317,6 +317,11 @@ LawQuery::LawQuery(const Env& env) : env_(env) {
   show(kStartHint);
 }
 
+const QString& LawQuery::lawText() const {
+  static const QString none;
+  return law_ ? law_->text() : none;
+}
+
 void LawQuery::show(const QString& text) {
   view = text;
   ++viewVersion;
@@ -368,9 +373,7 @@ void LawQuery::clickNode(int i) {
   keypadOpen = false;
   const bool group = !node.children.isEmpty();
   if (group) {
-    lawText.clear();
     law_.reset();
-    itemCount = 0;
     Text1Enabled = false;
   }
   const QString path = LawTagPath(env_, node.tag);
@@ -380,8 +383,6 @@ void LawQuery::clickNode(int i) {
   }
   if (!group) {
     law_ = LoadLawFile(path);
-    lawText = law_ ? law_->text() : QString();
-    itemCount = law_ ? law_->lastItemNum() : 0;
   }
   Command5Enabled = false;
   longIds.clear();
@@ -395,14 +396,14 @@ void LawQuery::clickNode(int i) {
   } else {
     fileList = node.text + kLawMark + node.tag + kFileMark;
     Command4Enabled = true;
-    show(lawText);
+    show(lawText());
     resultShown = true;
   }
   Label3 = QStringLiteral("将要查询 ") + node.text;
   title = node.text;
   file = node.tag;
   emphasesItem();
-  if (!group) result.setSingle(Len(lawText), title);
+  if (!group) result.setSingle(Len(lawText()), title);
   lastResult = view;
   setQueryState();
 }
@@ -448,9 +449,9 @@ void LawQuery::fullText() {
   }
   Command5Enabled = false;
   longIds.clear();
-  show(lawText);
+  show(lawText());
   result.clear();
-  if (!lawText.isEmpty()) result.setSingle(Len(lawText), title);
+  if (!lawText().isEmpty()) result.setSingle(Len(lawText()), title);
   resultShown = true;
   lastResult = view;
   setQueryState();
@@ -643,15 +644,13 @@ void LawQuery::openLawAt(const QString& lawTitle, const QString& item) {
   keypadOpen = false;
   emphasesItem();
   law_ = LoadLawByName(env_, lawTitle);
-  lawText = law_ ? law_->text() : QString();
-  itemCount = law_ ? law_->lastItemNum() : 0;
-  show(lawText);
+  show(lawText());
   resultShown = true;
   lastResult = view;
   setQueryState();
   // Any place in the text belongs to this law.
   result.setSingle(66, marked);
-  const qsizetype p = InStr(lawText, kCrLf + kLawIndent + item);
+  const qsizetype p = InStr(lawText(), kCrLf + kLawIndent + item);
   const qsizetype caret = p > 0 ? p + 1 : 0;
   caretRequest = CaretRequest{caret, true};
   clickInView(caret);

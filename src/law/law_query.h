@@ -182,11 +182,13 @@ class LawQuery {
   bool focusResult = false;
 
   // ---- The law in the query ---------------------------------------------
-  QString title;    // node text (or 《title》 when opened from an answer)
-  QString file;     // \lawtxt\....mmd
-  QString lawText;  // "" for a group
-  int itemCount = 0;
+  QString title;     // node text (or 《title》 when opened from an answer)
+  QString file;      // \lawtxt\....mmd
   QString fileList;  // name + "●" + file + "■" per law
+  // The text of the law in the query, "" for a group or no law.
+  const QString& lawText() const;
+  // Its last article number (LastItemNum), 0 for a group or no law.
+  int itemCount() const { return law_ ? law_->lastItemNum() : 0; }
   LawResultIndex result;
   QString tempText;
   QString lastResult;

@@ -50,10 +50,10 @@ TEST_F(DemoLawQuery, EveryLawOfEveryTreeOpens) {
       q.clickNode(i);
       EXPECT_TRUE(te->boxes.shown().isEmpty()) << q.tree.nodes[i].text.toStdString();
       if (q.tree.nodes[i].children.isEmpty()) {
-        EXPECT_GT(q.itemCount, 0) << q.tree.nodes[i].text.toStdString();
-        EXPECT_EQ(q.view, q.lawText);
+        EXPECT_GT(q.itemCount(), 0) << q.tree.nodes[i].text.toStdString();
+        EXPECT_EQ(q.view, q.lawText());
         // Article 1 and the last article of every law are found.
-        q.editText1(u"1,"_qs + CStr(q.itemCount));
+        q.editText1(u"1,"_qs + CStr(q.itemCount()));
         q.query();
         EXPECT_NE(q.view, u"没有该条。"_qs) << q.tree.nodes[i].text.toStdString();
       }
@@ -79,7 +79,7 @@ TEST_F(DemoLawQuery, FromAnArticleToItsQuestions) {
   ASSERT_EQ(code.size(), 5);
   int article = 0;
   QString ids;
-  for (int n = 1; n <= q.itemCount && ids.isEmpty(); ++n) {
+  for (int n = 1; n <= q.itemCount() && ids.isEmpty(); ++n) {
     ids = NewGetForm6LongId(items, code, u"《示例刑法》"_qs, n);
     article = n;
   }

@@ -70,7 +70,7 @@ class LawQueryEndToEnd : public ::testing::Test {
   // The first article of the law with questions, and those questions.
   std::pair<int, QString> articleWithQuestions() {
     const QString code = GetMyLawFileName(t->env, kLaw, 1);
-    for (int n = 1; n <= lawQuery()->query().itemCount; ++n) {
+    for (int n = 1; n <= lawQuery()->query().itemCount(); ++n) {
       const QString ids = NewGetForm6LongId(form->state().AllItemData, code, kLaw, n);
       if (!ids.isEmpty()) return {n, ids};
     }

@@ -54,7 +54,7 @@ class RealLawQuery : public ::testing::Test {
 
 TEST_F(RealLawQuery, TwelveToFifteenAndTwentyOfTheCriminalLaw) {
   pick(u"《刑法》"_qs);
-  EXPECT_EQ(q->itemCount, 452);
+  EXPECT_EQ(q->itemCount(), 452);
   q->editText1(u"12-15,20"_qs);
   q->query();
   EXPECT_EQ(Headings(q->view), (QList<int>{12, 13, 14, 15, 20}));
@@ -95,7 +95,7 @@ TEST_F(RealLawQuery, TheLastArticleOfEachLawIsFound) {
   const QList<int> last{143, 452, 308, 1260};
   for (int k = 0; k < kLaws.size(); ++k) {
     pick(u"《"_qs + kLaws[k] + u"》"_qs);
-    ASSERT_EQ(q->itemCount, last[k]) << kLaws[k].toStdString();
+    ASSERT_EQ(q->itemCount(), last[k]) << kLaws[k].toStdString();
     q->editText2(QString());
     q->editText1(CStr(last[k]));
     q->query();

@@ -78,8 +78,8 @@ TEST_F(LawQueryTest, ALeafShowsTheLawAndIndexesItAsOneLaw) {
   pick(u"《示例法》"_qs);
   EXPECT_EQ(q->Label3, u"将要查询 《示例法》"_qs);
   EXPECT_EQ(q->view, test::ArticleLaw(kSampleLast));
-  EXPECT_EQ(q->lawText, test::ArticleLaw(kSampleLast));
-  EXPECT_EQ(q->itemCount, kSampleLast);
+  EXPECT_EQ(q->lawText(), test::ArticleLaw(kSampleLast));
+  EXPECT_EQ(q->itemCount(), kSampleLast);
   EXPECT_TRUE(q->Text1Enabled);
   EXPECT_TRUE(q->Command4Enabled);
   EXPECT_EQ(q->fileList, u"《示例法》●\\lawtxt\\示例法.mmd■"_qs);
@@ -96,7 +96,7 @@ TEST_F(LawQueryTest, AGroupListsItsDirectChildrenAndAllowsOnlyTheTextSearch) {
   EXPECT_EQ(q->Label3, u"将要查询 试卷一相关法律、法规"_qs);
   EXPECT_EQ(q->view,
             u"你现在选择的不是单个法律，所以不能使用“全文”按钮，也不能按条查询，只能按包含字符串方式查询。"_qs);
-  EXPECT_TRUE(q->lawText.isEmpty());
+  EXPECT_TRUE(q->lawText().isEmpty());
   EXPECT_FALSE(q->Text1Enabled);
   EXPECT_TRUE(q->Text2Enabled);
   EXPECT_FALSE(q->Command4Enabled);
@@ -142,7 +142,7 @@ TEST_F(LawQueryTest, ATagLeavingTheProgramFolderNamesNoFile) {
   q->clickNode(1);
   ASSERT_EQ(te.boxes.shown().size(), 1);
   EXPECT_TRUE(te.boxes.shown()[0].text.startsWith(u"法律/法规文件"_qs));
-  EXPECT_TRUE(q->lawText.isEmpty());
+  EXPECT_TRUE(q->lawText().isEmpty());
 }
 
 // ---- Query by article numbers ------------------------------------------------
