@@ -11,21 +11,20 @@ namespace mj {
 
 namespace {
 
-const QString kDigits = QStringLiteral("1234567890");
-const QString kNumeralDigits = QStringLiteral("一二三四五六七八九零");
+// The numeral digits of 0..9.
+constexpr char16_t kDigit[] = u"零一二三四五六七八九";
 
-// The numeral digit of one decimal digit character.
-QString NumeralDigit(QChar d) { return Mid(kNumeralDigits, InStr(kDigits, QString(d)), 1); }
+// The numeral digit of d, 0..9.
+QString NumeralDigit(long long d) { return QString(QChar(kDigit[d])); }
 
 QString DaXieWhole(long long n) {
   if (n == 10) return QStringLiteral("十");
-  if (n >= 0 && n <= 9) return NumeralDigit(CStr(n).at(0));
-  if (n >= 11 && n <= 19) return QStringLiteral("十") + NumeralDigit(CStr(n).back());
+  if (n >= 0 && n <= 9) return NumeralDigit(n);
+  if (n >= 11 && n <= 19) return QStringLiteral("十") + NumeralDigit(n - 10);
 
   // Padded form: every digit of the five-digit number followed by its place
   // name, 万千百十个 (105 gives 零万零千一百零十五个). Built in a fixed buffer:
   // the look-ups call this for every numeral they check.
-  static constexpr char16_t kDigit[] = u"零一二三四五六七八九";
   static constexpr char16_t kPlace[] = u"万千百十个";
   constexpr char16_t kZero = u'零';
   char16_t s[10];
