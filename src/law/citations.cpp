@@ -4,6 +4,7 @@
 
 #include "app/text_toolkit.h"
 #include "bank/tables.h"
+#include "law/char_places.h"
 #include "law/law_extract.h"
 #include "law/law_files.h"
 #include "law/law_text.h"
@@ -21,8 +22,8 @@ const QString kTitleClose = QStringLiteral("》");
 // the memory.
 constexpr long long kMaxRangeFill = 99999;
 
-QChar At(const QString& s, qsizetype i) { return (i >= 1 && i <= s.size()) ? s.at(i - 1) : QChar(); }
-bool In(const QString& set, QChar c) { return !c.isNull() && set.contains(c); }
+using char_places::At;
+using char_places::In;
 
 QString Flatten(const QString& input, const QString& sep, bool joinTitles, bool editRepair) {
   QString text = input;

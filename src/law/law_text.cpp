@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/text_toolkit.h"
+#include "law/char_places.h"
 #include "law/law_files.h"
 #include "law/law_search.h"
 #include "law/numerals.h"
@@ -15,12 +16,8 @@ namespace {
 const QString kCr = QStringLiteral("\r");
 const QString kLf = QStringLiteral("\n");
 
-// The character at the 1-based place i; a null character outside the text.
-QChar At(const QString& s, qsizetype i) { return (i >= 1 && i <= s.size()) ? s.at(i - 1) : QChar(); }
-
-// Whether c is one of the characters of set; never for a character outside
-// the text.
-bool In(const QString& set, QChar c) { return !c.isNull() && set.contains(c); }
+using char_places::At;
+using char_places::In;
 
 // The first place from i on whose character is not in set.
 qsizetype SkipClass(const QString& s, qsizetype i, const QString& set) {
