@@ -79,11 +79,4 @@ std::optional<AnswerCitation> CitationAtAnswer(const Env& env, const QString& te
   return AnswerCitation{title, item};
 }
 
-QString NoCrLf(const QString& text) {
-  QString t = text;
-  t.remove(u'\r');
-  t.remove(u'\n');
-  return t;
-}
-
 }  // namespace mj

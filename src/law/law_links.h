@@ -42,7 +42,4 @@ struct AnswerCitation {
 // law's file is missing.
 std::optional<AnswerCitation> CitationAtAnswer(const Env& env, const QString& text, qsizetype pos);
 
-// Removes every CR and LF.
-QString NoCrLf(const QString& text);
-
 }  // namespace mj

@@ -277,10 +277,15 @@ QString CutItemTail(const QString& text, int type) {
   return kept;
 }
 
+QString NoCrLf(const QString& text) {
+  QString t = text;
+  t.remove(u'\r');
+  t.remove(u'\n');
+  return t;
+}
+
 int LawTypeOfName(const Env& env, const QString& fragment) {
-  QString f = fragment;
-  f.remove(u'\r');
-  f.remove(u'\n');
+  const QString f = NoCrLf(fragment);
   if (Len(f) <= 3) return 0;
   const qsizetype open = InStr(f, QStringLiteral("《"));
   const qsizetype close = InStr(f, QStringLiteral("》"));

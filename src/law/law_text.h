@@ -51,6 +51,9 @@ int LineKind(const QString& line, int type);
 // stops before the next heading line, unless that line ends in 。.
 QString CutItemTail(const QString& text, int type);
 
+// Removes every CR and LF.
+QString NoCrLf(const QString& text);
+
 // The type of the law named by the first 《...》 of a fragment; 0 when the
 // fragment is 3 characters or shorter or the law file is missing.
 int LawTypeOfName(const Env& env, const QString& fragment);
