@@ -44,9 +44,10 @@ bool IsPlainLawName(const QString& name) {
   return !name.contains(u'\\') && !name.contains(u'/') && !name.contains(QStringLiteral(".."));
 }
 
+QString LawFileTag(const QString& name) { return QStringLiteral("\\lawtxt\\") + name + QStringLiteral(".mmd"); }
+
 QString LawFilePath(const Env& env, const QString& name) {
-  const QString suffix = QStringLiteral("\\lawtxt\\") + name + QStringLiteral(".mmd");
-  if (IsPlainLawName(name)) return env.path(suffix);
+  if (IsPlainLawName(name)) return env.path(LawFileTag(name));
   QString root = MapSeparators(env.root);
   while (root.endsWith(u'/') && root.size() > 1) root.chop(1);
   return root + QStringLiteral("/lawtxt/") + name + QStringLiteral(".mmd");

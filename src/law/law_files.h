@@ -45,6 +45,8 @@ using LawTextPtr = std::shared_ptr<const LawText>;
 
 // Whether name may name a law file: no path separator, no "..".
 bool IsPlainLawName(const QString& name);
+// The law file of name below the program folder: \lawtxt\ + name + .mmd.
+QString LawFileTag(const QString& name);
 // root + \lawtxt\ + name + .mmd, as a path of this platform. For a name that
 // is not plain, the path as written, only for showing it.
 QString LawFilePath(const Env& env, const QString& name);

@@ -634,7 +634,7 @@ bool LawQuery::openAtAnswer(const QString& answerText) {
 
 void LawQuery::openLawAt(const QString& lawTitle, const QString& item) {
   const QString marked = QStringLiteral("《") + lawTitle + QStringLiteral("》");
-  const QString rel = QStringLiteral("\\lawtxt\\") + lawTitle + QStringLiteral(".mmd");
+  const QString rel = LawFileTag(lawTitle);
   fileList = marked + kLawMark + rel + kFileMark;
   Label3 = kReadyLabel + marked;
   title = marked;

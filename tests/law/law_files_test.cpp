@@ -140,6 +140,7 @@ TEST_F(LawFiles, ATitleWithAPathIsNoLawFile) {
 }
 
 TEST_F(LawFiles, ThePathOfALawFile) {
+  EXPECT_EQ(LawFileTag(u"刑法"_qs), u"\\lawtxt\\刑法.mmd"_qs);
   EXPECT_EQ(LawFilePath(te.env, u"刑法"_qs), te.root() + u"/lawtxt/刑法.mmd"_qs);
   EXPECT_EQ(LawFilePath(te.env, u"../刑法"_qs), te.root() + u"/lawtxt/../刑法.mmd"_qs);
   // Names are found whatever their letter case, as on the system the data comes from.
