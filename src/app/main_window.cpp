@@ -23,6 +23,7 @@
 #include "app/startup.h"
 #include "app/text_toolkit.h"
 #include "bank/item_index.h"
+#include "bank/tables.h"
 #include "law/law_query_window.h"
 #include "law/numerals.h"
 #include "platform/desktop_services_widget.h"
@@ -390,8 +391,8 @@ Form1::LoadOutcome Form1::load() {
   app_.ItemData = ItemIndex(1);
   Text3->clear();
   app_.DataFolder = e.path(QStringLiteral("\\dbf"));
-  app_.LawNameTable = QStringLiteral("33.mmd");
-  app_.ItemTable = QStringLiteral("items.mmd");
+  app_.LawNameTable = tables::kLawNames;
+  app_.ItemTable = tables::kItems;
   // 11. Grids hidden, settings loaded, frames hidden, text style applied.
   step(11);
   MSFlexGrid1->setVisible(false);
