@@ -211,10 +211,12 @@ void Form3::showEvent(QShowEvent* event) {
   if (!loaded_) loadWindow();
   QWidget::showEvent(event);
   emit visibilityChanged(true);
+  justShown_ = true;
   emit activated();
 }
 
 void Form3::hideEvent(QHideEvent* event) {
+  justShown_ = false;
   QWidget::hideEvent(event);
   emit visibilityChanged(false);
 }
@@ -226,7 +228,13 @@ void Form3::closeEvent(QCloseEvent* event) {
 }
 
 bool Form3::event(QEvent* event) {
-  if (event->type() == QEvent::WindowActivate && isVisible()) emit activated();
+  if (event->type() == QEvent::WindowActivate && isVisible()) {
+    // The activation right after a show was reported by the show.
+    if (justShown_)
+      justShown_ = false;
+    else
+      emit activated();
+  }
   return QWidget::event(event);
 }
 

@@ -116,6 +116,10 @@ class Form3 : public QWidget {
   };
   QString link_;
   bool loaded_ = false;
+  // Set by a show, which already reported itself as activated: the
+  // activation that follows the show is the same event and is not reported
+  // again. Later activations are.
+  bool justShown_ = false;
   Kept kept_;
 };
 
