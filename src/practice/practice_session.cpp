@@ -115,6 +115,7 @@ void PracticeSession::makeLawText() {
   PracticeRun& r = run();
   view_.setAnswerButtonsEnabled(false);
   r.LawText = GetLawTxtForDaAn(env(), r.AnswerField) + kCrLf;
+  r.LawTextStale = false;
   view_.setAnswerButtonsEnabled(true);
 }
 
@@ -294,10 +295,7 @@ void PracticeSession::Command2_Click(int index) {
     upper = GetField(GetOneShiTi(r.BankText, r.CurNum), 1, r.ProviderInfo);
     lower = OutcomeSentence(last, isWrong, caption) + kCrLf + kCrLf + r.AnswerField;
     // 19. The law text, made once per question.
-    if (r.LawText.isEmpty() || r.LawTextStale) {
-      makeLawText();
-      r.LawTextStale = false;
-    }
+    if (r.LawText.isEmpty() || r.LawTextStale) makeLawText();
     lower += lawTextForBox();
   }
   // 21. The record, written before the window shows, so that nothing that
@@ -337,7 +335,6 @@ void PracticeSession::answerWindowMove(int index) {
   // Both boxes show the new question with its answer and law text.
   const QString upper = GetField(GetOneShiTi(r.BankText, r.CurNum), 1, r.ProviderInfo);
   makeLawText();
-  r.LawTextStale = false;
   view_.setAnswerBoxes(upper, r.AnswerField + lawTextForBox());
   view_.setExchangeNumber(u'*' + r.CurItemId + u'*');
 }
