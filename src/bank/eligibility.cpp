@@ -257,6 +257,24 @@ bool RunRecordSet::setStory(int record, const QString& story) const {
   return ok;
 }
 
+std::optional<QString> RunRecordSet::updateStory(const QString& id,
+                                                 const std::function<QString(const QString& story)>& next) const {
+  if (records_.isEmpty()) return std::nullopt;
+  DbfTable t = DbfTable::open(path_, DbfTable::Mode::ReadWrite);
+  if (!t.isOpen()) t = DbfTable::open(path_);
+  const int fieldId = t.fieldIndex(QStringLiteral("itemid"));
+  if (fieldId < 0) return std::nullopt;
+  const int fieldStory = t.fieldIndex(QStringLiteral("story"));
+  for (int r : records_) {
+    if (t.trimmedText(r, fieldId) != id) continue;
+    const QString story = next(t.trimmedText(r, fieldStory));
+    t.setText(r, fieldStory, story);
+    t.close();
+    return story;
+  }
+  return std::nullopt;
+}
+
 RunList GetLongID(const QString& folder, const QString& itemTable, const QString& bankName, const Schedule& schedule) {
   RunList out;
   const QString path = AppPath(folder, itemTable);

@@ -301,7 +301,7 @@ void PracticeSession::Command2_Click(int index) {
   // 21. The record, written before the window shows, so that nothing that
   // was answered is lost when the program ends right after.
   if (!r.FromLawQuery && !app_.InUpdateList && !app_.InOtherList)
-    AltStory(env(), r.Records, app_.ItemData, app_.AllItemData, isWrong, caption, id);
+    AltStory(env(), r.Records, app_.ItemData, app_.AllItemData, isWrong, caption, id, row);
   if (autoNext) return;
   // 18, 20, 22. The answer window over the main window.
   view_.setAnswerBoxes(upper, lower);
