@@ -189,7 +189,8 @@ bool NewIniDbfDataByWalk(const QString& folder, const QString& faceTable, const 
 bool IniDbfData(const QString& folder, const QString& faceTable, const QString& itemTable, const Schedule& schedule,
                 const CountProgress& progress) {
   const DbfTable items = DbfTable::open(AppPath(folder, itemTable));
-  if (progress.setMaximum) progress.setMaximum(static_cast<int>(items.rows().size()));
+  const QList<int> itemRows = items.rows();
+  if (progress.setMaximum) progress.setMaximum(static_cast<int>(itemRows.size()));
   int bar = 0;
 
   DbfTable face = DbfTable::open(AppPath(folder, faceTable), DbfTable::Mode::ReadWrite);
@@ -207,7 +208,7 @@ bool IniDbfData(const QString& folder, const QString& faceTable, const QString& 
   QHash<QString, QList<Question>> byBank;
   const int fieldName = items.fieldIndex(QStringLiteral("filename"));
   if (fieldName >= 0) {
-    for (int q : items.rows())
+    for (int q : itemRows)
       byBank[items.text(q, fieldName)].append({items.text(q, fieldStory), items.text(q, fieldAnswer)});
   }
   Breather breather;
