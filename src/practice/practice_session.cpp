@@ -19,6 +19,22 @@ namespace {
 qint16 TypeOf(const QString& id) { return static_cast<qint16>(Val(Mid(id, 6, 1))); }
 qint32 NumOf(const QString& id) { return static_cast<qint32>(Val(Mid(id, 7, 5))); }
 
+// The stem with its options (field 1) and the answer field (field 2) of
+// question n of a bank file's text. Field 1 sets providerInfo to the
+// question's provider block.
+struct QuestionFields {
+  QString stem;
+  QString answer;
+};
+
+QuestionFields FieldsOf(const QString& fileText, long long n, QString& providerInfo) {
+  const QString block = GetOneShiTi(fileText, n);
+  QuestionFields f;
+  f.stem = GetField(block, 1, providerInfo);
+  f.answer = GetField(block, 2, providerInfo);
+  return f;
+}
+
 }  // namespace
 
 QString PracticeSession::currentId() const { return GetItemID(run().RunIds, run().CurIndex); }
@@ -98,9 +114,9 @@ void PracticeSession::beginRun() {
   // 13.
   view_.showFrame(true);
   // 14. The question, its answer field, the law text made in advance.
-  const QString block = GetOneShiTi(r.BankText, r.CurNum);
-  view_.setQuestionText(GetField(block, 1, r.ProviderInfo));
-  r.AnswerField = GetField(block, 2, r.ProviderInfo);
+  const QuestionFields q = FieldsOf(r.BankText, r.CurNum, r.ProviderInfo);
+  view_.setQuestionText(q.stem);
+  r.AnswerField = q.answer;
   r.LawText.clear();
   makeLawText();
   updateMoveButtons();
@@ -126,45 +142,45 @@ QString PracticeSession::lawTextForBox() const {
   return t;
 }
 
-void PracticeSession::showQuestionAt() {
+QString PracticeSession::showQuestionAt() {
   PracticeRun& r = run();
   r.CurItemId = currentId();
   r.CurType = TypeOf(r.CurItemId);
   // A list may span banks: the file of this question.
   r.BankText = r.BankFile.MyGetAllShiTi(env(), r.RunIds, r.CurIndex);
   r.CurNum = NumOf(r.CurItemId);
-  const QString block = GetOneShiTi(r.BankText, r.CurNum);
-  view_.setQuestionText(GetField(block, 1, r.ProviderInfo));
+  const QuestionFields q = FieldsOf(r.BankText, r.CurNum, r.ProviderInfo);
+  view_.setQuestionText(q.stem);
   r.PrevQuestionSeconds = static_cast<qint16>(r.QuestionSeconds);
   r.QuestionSeconds = 0;
-  r.AnswerField = GetField(block, 2, r.ProviderInfo);
+  r.AnswerField = q.answer;
   r.LawText.clear();
   r.LawTextStale = true;
   view_.PutFrame6Cmd(r.CurType);
+  return q.stem;
+}
+
+QString PracticeSession::moveBy(int step) {
+  run().TimerRunning = false;
+  run().CurIndex += step;
+  const QString stem = showQuestionAt();
+  updateMoveButtons();
+  return stem;
 }
 
 void PracticeSession::updateMoveButtons() { view_.setMoveEnabled(canGoBack(), canGoOn()); }
 
 void PracticeSession::Frame3Cmd_Click(int index) {
-  PracticeRun& r = run();
   switch (index) {
     case 0:
       view_.showPersonalSettings();
       view_.focusFrame();
       return;
     case 1:
-      if (!canGoBack()) return;
-      r.TimerRunning = false;
-      r.CurIndex -= 1;
-      showQuestionAt();
-      updateMoveButtons();
+      if (canGoBack()) moveBy(-1);
       return;
     case 2:
-      if (!canGoOn()) return;
-      r.TimerRunning = false;
-      r.CurIndex += 1;
-      showQuestionAt();
-      updateMoveButtons();
+      if (canGoOn()) moveBy(1);
       return;
     case 3:
       endRun();
@@ -292,7 +308,9 @@ void PracticeSession::Command2_Click(int index) {
     updateMoveButtons();
   } else {
     // 17, 18. The outcome and the answer.
-    upper = GetField(GetOneShiTi(r.BankText, r.CurNum), 1, r.ProviderInfo);
+    // The stem again, which also sets the provider block back to this
+    // question's after a look at another one by its exchange number.
+    upper = FieldsOf(r.BankText, r.CurNum, r.ProviderInfo).stem;
     lower = OutcomeSentence(last, isWrong, caption) + kCrLf + kCrLf + r.AnswerField;
     // 19. The law text, made once per question.
     if (r.LawText.isEmpty() || r.LawTextStale) makeLawText();
@@ -331,9 +349,8 @@ void PracticeSession::showLabels() {
 void PracticeSession::answerWindowMove(int index) {
   PracticeRun& r = run();
   if (index == 1 ? !canGoBack() : !canGoOn()) return;
-  Frame3Cmd_Click(index);
+  const QString upper = moveBy(index == 1 ? -1 : 1);
   // Both boxes show the new question with its answer and law text.
-  const QString upper = GetField(GetOneShiTi(r.BankText, r.CurNum), 1, r.ProviderInfo);
   makeLawText();
   view_.setAnswerBoxes(upper, r.AnswerField + lawTextForBox());
   view_.setExchangeNumber(u'*' + r.CurItemId + u'*');
@@ -375,10 +392,8 @@ void PracticeSession::exchangeNumberChanged(const QString& text) {
   if (step.kind != ExchangeStep::Question) return;
   // The question of that number, from its bank file; the run is not touched.
   const QString fileText = r.BankFile.loadFor(env(), step.id);
-  const QString block = GetOneShiTi(fileText, NumOf(step.id));
-  const QString upper = GetField(block, 1, r.ProviderInfo);
-  const QString answerField = GetField(block, 2, r.ProviderInfo);
-  view_.setAnswerBoxes(upper, answerField + kCrLf + GetLawTxtForDaAn(env(), answerField));
+  const QuestionFields q = FieldsOf(fileText, NumOf(step.id), r.ProviderInfo);
+  view_.setAnswerBoxes(q.stem, q.answer + kCrLf + GetLawTxtForDaAn(env(), q.answer));
 }
 
 }  // namespace mj
