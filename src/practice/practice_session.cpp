@@ -17,7 +17,6 @@ namespace mj {
 namespace {
 
 qint16 TypeOf(const QString& id) { return static_cast<qint16>(Val(Mid(id, 6, 1))); }
-qint32 NumOf(const QString& id) { return static_cast<qint32>(Val(Mid(id, 7, 5))); }
 
 // The stem with its options (field 1) and the answer field (field 2) of
 // question n of a bank file's text. Field 1 sets providerInfo to the
@@ -92,7 +91,7 @@ void PracticeSession::beginRun() {
   view_.showDirectoryGrid(false);
   r.CurIndex = 1;
   r.CurItemId = GetItemID(r.RunIds, 1);
-  r.CurNum = NumOf(r.CurItemId);
+  r.CurNum = static_cast<qint32>(ItemSerial(r.CurItemId));
   r.CurType = TypeOf(r.CurItemId);
   // The counters of this run start at nothing, whatever an earlier list run
   // left in them.
@@ -148,7 +147,7 @@ QString PracticeSession::showQuestionAt() {
   r.CurType = TypeOf(r.CurItemId);
   // A list may span banks: the file of this question.
   r.BankText = r.BankFile.MyGetAllShiTi(env(), r.RunIds, r.CurIndex);
-  r.CurNum = NumOf(r.CurItemId);
+  r.CurNum = static_cast<qint32>(ItemSerial(r.CurItemId));
   const QuestionFields q = FieldsOf(r.BankText, r.CurNum, r.ProviderInfo);
   view_.setQuestionText(q.stem);
   r.PrevQuestionSeconds = static_cast<qint16>(r.QuestionSeconds);
@@ -286,8 +285,7 @@ void PracticeSession::Command2_Click(int index) {
   // this attempt on top is no longer due.
   if (!r.FromLawQuery) {
     r.DoneInRun += 1;
-    if (!IsOkItem(r.NewStory, app_.OkTimes, app_.AddNum, app_.PassDays, r.tableKey, app_.IsChaJuan, env().today()))
-      r.OutInRun += 1;
+    if (!IsOkItem(r.NewStory, CurrentSchedule(app_), r.tableKey)) r.OutInRun += 1;
   }
   // 12, 13.
   const bool isWrong = !SameAnswer(caption, key);
@@ -392,7 +390,7 @@ void PracticeSession::exchangeNumberChanged(const QString& text) {
   if (step.kind != ExchangeStep::Question) return;
   // The question of that number, from its bank file; the run is not touched.
   const QString fileText = r.BankFile.loadFor(env(), step.id);
-  const QuestionFields q = FieldsOf(fileText, NumOf(step.id), r.ProviderInfo);
+  const QuestionFields q = FieldsOf(fileText, ItemSerial(step.id), r.ProviderInfo);
   view_.setAnswerBoxes(q.stem, q.answer + kCrLf + GetLawTxtForDaAn(env(), q.answer));
 }
 
