@@ -13,7 +13,7 @@
 #include <QTextEdit>
 #include <QVBoxLayout>
 
-#include "platform/vbtext.h"
+#include "practice/practice_texts.h"
 #include "settings/text_style_widget.h"
 
 namespace mj {
@@ -25,18 +25,6 @@ const QString kDiscussionTip = QStringLiteral("到网上进行专“题”讨论
 constexpr int kStandardWidth = 780;
 constexpr int kStandardHeight = 580;
 }  // namespace
-
-QString ShownText(const QString& text) {
-  QString t = text;
-  t.replace(kCrLf, QStringLiteral("\n"));
-  return t;
-}
-
-QString HeldText(const QString& text) {
-  QString t = text;
-  t.replace(u'\n', kCrLf);
-  return t;
-}
 
 Form3::Form3(QWidget* parent) : QWidget(parent, Qt::Window) {
   setObjectName(QStringLiteral("Form3"));

@@ -23,10 +23,6 @@ class QTextEdit;
 
 namespace mj {
 
-// A text of the program (CR LF line ends) as a text box shows it, and back.
-QString ShownText(const QString& text);
-QString HeldText(const QString& text);
-
 class Form3 : public QWidget {
   Q_OBJECT
 
