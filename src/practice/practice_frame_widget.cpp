@@ -348,8 +348,6 @@ void PracticeFrame::showAnswerWindow() {
 
 void PracticeFrame::hideAnswerWindow() { form3_->hide(); }
 
-bool PracticeFrame::answerWindowVisible() const { return form3_->isVisible(); }
-
 void PracticeFrame::selectAnswerText() { form3_->selectAnswerText(); }
 
 // --- keys ---

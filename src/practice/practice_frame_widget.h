@@ -111,7 +111,6 @@ class PracticeFrame : public QWidget, public PracticeView {
   void setExchangeNumber(const QString& text) override;
   void showAnswerWindow() override;
   void hideAnswerWindow() override;
-  bool answerWindowVisible() const override;
   void selectAnswerText() override;
 
   // The question box's text as the program holds it (CR LF line ends).

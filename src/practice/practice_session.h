@@ -68,7 +68,6 @@ class PracticeView {
   virtual void setExchangeNumber(const QString& text) = 0;
   virtual void showAnswerWindow() = 0;
   virtual void hideAnswerWindow() = 0;
-  virtual bool answerWindowVisible() const = 0;
   virtual void selectAnswerText() = 0;
 };
 
