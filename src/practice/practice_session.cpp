@@ -222,11 +222,9 @@ void PracticeSession::endRun() {
   // 8.
   r.DoneInRun = 0;
   r.RightInRun = 0;
-  // 9. The directory table.
-  if (!app_.InUpdateList && !app_.InOtherList) {
-    AltDbfData(app_.DataFolder, app_.FaceTable, r.RunStatText, r.RunSeconds, r.OutInRun);
-    r.RunStatText.clear();
-  }
+  // 9. The directory table (the day lists returned above).
+  AltDbfData(app_.DataFolder, app_.FaceTable, r.RunStatText, r.RunSeconds, r.OutInRun);
+  r.RunStatText.clear();
   // 10.
   if (d && !d->GetText(1, kColLabel).isEmpty()) {
     view_.showDirectoryGrid(true);
