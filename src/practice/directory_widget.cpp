@@ -8,8 +8,6 @@
 #include <QProgressBar>
 #include <array>
 
-#include "platform/clock.h"
-#include "platform/messagebox.h"
 #include "platform/vbtext.h"
 #include "settings/settings_window.h"
 

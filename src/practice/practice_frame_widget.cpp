@@ -7,7 +7,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
-#include <QStyle>
 #include <QTextEdit>
 #include <QVBoxLayout>
 
@@ -17,7 +16,6 @@
 #include "practice/practice_texts.h"
 #include "settings/personal_settings_window.h"
 #include "settings/settings.h"
-#include "settings/text_style_widget.h"
 
 namespace mj {
 
