@@ -17,6 +17,20 @@ const QString kOptionA = QStringLiteral("\r\nA．");
 
 QString markerOf(long long n) { return kMarker + CStr(n) + kMarker; }
 
+// The stored block of question n lies between these two: its own marker
+// and the next number's, each at the beginning of a line.
+struct BlockMarkers {
+  QString start;
+  QString next;
+};
+
+BlockMarkers blockMarkersOf(long long n) { return {kCrLf + markerOf(n), kCrLf + markerOf(n + 1)}; }
+
+// The internal bank file of an ID: \yibanti\ + its first 6 characters.
+QString internalBankFileOf(const QString& id) {
+  return QStringLiteral("\\yibanti\\") + Left(id, 6) + QStringLiteral(".mmd");
+}
+
 // Half-width brackets, no type tag: the form a question has inside a bank file.
 QString normaliseBracketsAndTags(QString t) {
   t = ReplaceAll(t, QStringLiteral("［"), QStringLiteral("["));
@@ -50,7 +64,7 @@ QString noteMarkersOnTheirLines(QString t, const QString& marker) {
 
 QString BankFileOf(const QString& id) {
   if (Left(id, 1) == u"0") return QStringLiteral("\\moniti\\") + Left(id, 5) + QStringLiteral(".mmd");
-  return QStringLiteral("\\yibanti\\") + Left(id, 6) + QStringLiteral(".mmd");
+  return internalBankFileOf(id);
 }
 
 QString BankFilePath(const Env& env, const QString& id) { return env.path(BankFileOf(id)); }
@@ -104,12 +118,10 @@ QString GetField(const QString& text, int fieldNo, QString& providerInfo) {
 
 QString GetOneOldTi(const Env& env, const QString& id) {
   const QString fileText = ReadFileAsText(BankFilePath(env, id));
-  const long long n = ItemSerial(id);
-  const QString start = kCrLf + markerOf(n);
-  const QString next = kCrLf + markerOf(n + 1);
-  QString t = TextBetween(fileText, start, next);
-  t = ReplaceAll(t, start, QString());
-  t = ReplaceAll(t, next, QString());
+  const BlockMarkers m = blockMarkersOf(ItemSerial(id));
+  QString t = TextBetween(fileText, m.start, m.next);
+  t = ReplaceAll(t, m.start, QString());
+  t = ReplaceAll(t, m.next, QString());
   return t;
 }
 
@@ -117,21 +129,19 @@ bool PutItemText(const Env& env, const QString& id, const QString& text) {
   const QString t = normaliseBracketsAndTags(text);
   const QString path = BankFilePath(env, id);
   const QString f = ReadFileAsText(path) + kCrLf;
-  const long long n = ItemSerial(id);
-  const QString start = kCrLf + markerOf(n);
-  const QString next = kCrLf + markerOf(n + 1);
-  const qsizetype p = InStr(f, start);
-  const qsizetype q = LastPos(f, next);
+  const BlockMarkers m = blockMarkersOf(ItemSerial(id));
+  const qsizetype p = InStr(f, m.start);
+  const qsizetype q = LastPos(f, m.next);
   QString out;
   if (p > 0 && q >= p) {
     // In the middle: the old block between the two markers gives way.
-    out = Left(f, p + 1) + start + t + Mid(f, q + 2);
+    out = Left(f, p + 1) + m.start + t + Mid(f, q + 2);
   } else if (p > 0) {
     // The last question of the file: the rest of the file gives way.
-    out = Left(f, p + 1) + start + t;
+    out = Left(f, p + 1) + m.start + t;
   } else {
     // No marker yet: the question goes to the end.
-    out = f + start + t;
+    out = f + m.start + t;
   }
   out = ReplaceAll(out, kCrLf + kCrLf, kCrLf);
   out = ReplaceAll(out, kMarker + kCrLf, kMarker);
@@ -139,7 +149,8 @@ bool PutItemText(const Env& env, const QString& id, const QString& text) {
 }
 
 bool AppendItemText(const Env& env, const QString& id, const QString& text) {
-  const QString path = env.path(QStringLiteral("\\yibanti\\") + Left(id, 6) + QStringLiteral(".mmd"));
+  // Always an internal bank, whatever the ID begins with.
+  const QString path = env.path(internalBankFileOf(id));
   const QString marker = markerOf(ItemSerial(id));
   QString t = text.contains(kMarker) ? ReplaceAll(text, kMarker, marker) : marker + text;
   t = ReplaceAll(t, kMarker + kCrLf, kMarker);

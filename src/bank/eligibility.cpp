@@ -189,7 +189,8 @@ bool NewIniDbfDataByWalk(const QString& folder, const QString& faceTable, const 
 bool IniDbfData(const QString& folder, const QString& faceTable, const QString& itemTable, const Schedule& schedule,
                 const CountProgress& progress) {
   const DbfTable items = DbfTable::open(AppPath(folder, itemTable));
-  if (progress.setMaximum) progress.setMaximum(static_cast<int>(items.rows().size()));
+  const QList<int> itemRows = items.rows();
+  if (progress.setMaximum) progress.setMaximum(static_cast<int>(itemRows.size()));
   int bar = 0;
 
   DbfTable face = DbfTable::open(AppPath(folder, faceTable), DbfTable::Mode::ReadWrite);
@@ -207,7 +208,7 @@ bool IniDbfData(const QString& folder, const QString& faceTable, const QString& 
   QHash<QString, QList<Question>> byBank;
   const int fieldName = items.fieldIndex(QStringLiteral("filename"));
   if (fieldName >= 0) {
-    for (int q : items.rows())
+    for (int q : itemRows)
       byBank[items.text(q, fieldName)].append({items.text(q, fieldStory), items.text(q, fieldAnswer)});
   }
   Breather breather;
@@ -255,6 +256,24 @@ bool RunRecordSet::setStory(int record, const QString& story) const {
   const bool ok = t.setText(record, QStringLiteral("story"), story);
   t.close();
   return ok;
+}
+
+std::optional<QString> RunRecordSet::updateStory(const QString& id,
+                                                 const std::function<QString(const QString& story)>& next) const {
+  if (records_.isEmpty()) return std::nullopt;
+  DbfTable t = DbfTable::open(path_, DbfTable::Mode::ReadWrite);
+  if (!t.isOpen()) t = DbfTable::open(path_);
+  const int fieldId = t.fieldIndex(QStringLiteral("itemid"));
+  if (fieldId < 0) return std::nullopt;
+  const int fieldStory = t.fieldIndex(QStringLiteral("story"));
+  for (int r : records_) {
+    if (t.trimmedText(r, fieldId) != id) continue;
+    const QString story = next(t.trimmedText(r, fieldStory));
+    t.setText(r, fieldStory, story);
+    t.close();
+    return story;
+  }
+  return std::nullopt;
 }
 
 RunList GetLongID(const QString& folder, const QString& itemTable, const QString& bankName, const Schedule& schedule) {

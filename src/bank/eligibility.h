@@ -84,9 +84,9 @@ bool IniDbfData(const QString& folder, const QString& faceTable, const QString& 
 
 // The rows of the item table a run works on: the live rows of one bank, in
 // table order. The answer step writes each new practice record into the row
-// of its question here. The table is opened for each read or write, so that
-// a row changed meanwhile through another handle (a hidden question) is
-// never written back with old values.
+// of its question here. The table is opened anew for each read or write,
+// so that a row changed meanwhile through another handle (a hidden
+// question) is never written back with old values.
 class RunRecordSet {
  public:
   RunRecordSet() = default;
@@ -104,6 +104,12 @@ class RunRecordSet {
   QString story(int record) const;
   // Writes the story of a record of the set; false when it cannot.
   bool setStory(int record, const QString& story) const;
+  // findRecord, story and setStory in one opening of the table: the first
+  // row of the set whose itemid is `id` gets the story `next` makes of its
+  // trimmed story. Returns the story made; nothing when the set has no such
+  // row. A table that cannot be opened for writing still gives the story,
+  // which is then not written.
+  std::optional<QString> updateStory(const QString& id, const std::function<QString(const QString& story)>& next) const;
 
  private:
   QString path_;

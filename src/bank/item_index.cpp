@@ -100,13 +100,12 @@ void ReadData2ItemData(const QString& folder, const QString& table, ItemIndex& a
 
 void SetWorkItemData(ItemIndex& itemData, const ItemIndex& array) {
   if (&itemData == &array) return;
-  itemData.clear();
   itemData = array;
 }
 
-void MyEraseItemData(ItemIndex& array, qsizetype rowCount) {
-  const qsizetype n = std::min(rowCount, array.size());
-  for (qsizetype i = 0; i < n; ++i) array[i] = ItemRow();
+void MyEraseItemData(ItemIndex& array, qsizetype /*rowCount*/) {
+  // Clearing the array releases every row; emptying the rows one by one
+  // first would only copy an index shared with another one.
   array.clear();
   array.squeeze();
 }

@@ -41,7 +41,8 @@ void ReadData2ItemData(const QString& folder, const QString& table, ItemIndex& a
 // lookup in it comes up empty.
 void SetWorkItemData(ItemIndex& itemData, const ItemIndex& array);
 
-// Releases the index: clears rows 1 to rowCount, then the array itself.
+// Releases the index: the array is emptied and its memory given back.
+// rowCount, the number of rows the caller had, changes nothing.
 void MyEraseItemData(ItemIndex& array, qsizetype rowCount);
 
 // The ID at place i (from 1) of an ID list: the 11 characters from

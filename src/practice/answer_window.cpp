@@ -1,7 +1,6 @@
 #include "practice/answer_window.h"
 
 #include <QCloseEvent>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -13,7 +12,7 @@
 #include <QTextEdit>
 #include <QVBoxLayout>
 
-#include "platform/vbtext.h"
+#include "practice/practice_texts.h"
 #include "settings/text_style_widget.h"
 
 namespace mj {
@@ -25,18 +24,6 @@ const QString kDiscussionTip = QStringLiteral("到网上进行专“题”讨论
 constexpr int kStandardWidth = 780;
 constexpr int kStandardHeight = 580;
 }  // namespace
-
-QString ShownText(const QString& text) {
-  QString t = text;
-  t.replace(kCrLf, QStringLiteral("\n"));
-  return t;
-}
-
-QString HeldText(const QString& text) {
-  QString t = text;
-  t.replace(u'\n', kCrLf);
-  return t;
-}
 
 Form3::Form3(QWidget* parent) : QWidget(parent, Qt::Window) {
   setObjectName(QStringLiteral("Form3"));
@@ -211,10 +198,12 @@ void Form3::showEvent(QShowEvent* event) {
   if (!loaded_) loadWindow();
   QWidget::showEvent(event);
   emit visibilityChanged(true);
+  justShown_ = true;
   emit activated();
 }
 
 void Form3::hideEvent(QHideEvent* event) {
+  justShown_ = false;
   QWidget::hideEvent(event);
   emit visibilityChanged(false);
 }
@@ -226,7 +215,13 @@ void Form3::closeEvent(QCloseEvent* event) {
 }
 
 bool Form3::event(QEvent* event) {
-  if (event->type() == QEvent::WindowActivate && isVisible()) emit activated();
+  if (event->type() == QEvent::WindowActivate && isVisible()) {
+    // The activation right after a show was reported by the show.
+    if (justShown_)
+      justShown_ = false;
+    else
+      emit activated();
+  }
   return QWidget::event(event);
 }
 

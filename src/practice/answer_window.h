@@ -23,10 +23,6 @@ class QTextEdit;
 
 namespace mj {
 
-// A text of the program (CR LF line ends) as a text box shows it, and back.
-QString ShownText(const QString& text);
-QString HeldText(const QString& text);
-
 class Form3 : public QWidget {
   Q_OBJECT
 
@@ -116,6 +112,10 @@ class Form3 : public QWidget {
   };
   QString link_;
   bool loaded_ = false;
+  // Set by a show, which already reported itself as activated: the
+  // activation that follows the show is the same event and is not reported
+  // again. Later activations are.
+  bool justShown_ = false;
   Kept kept_;
 };
 

@@ -280,10 +280,10 @@ bool AltDbfData(const QString& folder, const QString& table, const QString& stat
     if (row < 1 || row > rows.size()) continue;  // the move fails: nothing is edited
     const int rec = rows[static_cast<qsizetype>(row - 1)];
     auto add = [&](int field, double amount) { t.setNumber(rec, field, t.number(rec, field) + amount); };
-    add(5, static_cast<double>(Str2Num(statText, i, 2)));
-    add(6, static_cast<double>(Str2Num(statText, i, 3)));
-    add(10, minutes);
-    add(11, -static_cast<double>(outInRun));
+    add(tables::kDirDone, static_cast<double>(Str2Num(statText, i, 2)));
+    add(tables::kDirRight, static_cast<double>(Str2Num(statText, i, 3)));
+    add(tables::kDirMinutes, minutes);
+    add(tables::kDirEligible, -static_cast<double>(outInRun));
   }
   t.close();
   return true;

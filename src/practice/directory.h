@@ -13,6 +13,7 @@
 #include <QString>
 #include <array>
 
+#include "bank/tables.h"
 #include "platform/env.h"
 
 namespace mj {
@@ -23,22 +24,23 @@ enum class DirectoryMode {
   ChaJuan,  // 查卷: the simulated papers, only questions not done or answered wrong
 };
 
-// Grid columns.
+// Grid columns: field c of the directory table shows at column c + 1.
 enum DirectoryColumn {
   kColFixed = 0,
-  kColLabel = 1,  // the label, with the sign of a heading
-  kColFile = 2,   // the bank file
-  kColFlag = 3,   // "a-b" for a heading
-  kColId = 4,     // identification number
-  kColTotal = 5,  // questions in the bank
-  kColDone = 6,   // answers given
-  kColRight = 7,  // right answers
-  kColScore = 8,  // the score text
-  kColUnused9 = 9,
-  kColUnused10 = 10,
-  kColMinutes = 11,   // minutes of practice
-  kColEligible = 12,  // due questions
+  kColLabel = tables::kDirLabel + 1,  // the label, with the sign of a heading
+  kColFile = tables::kDirFile + 1,    // the bank file
+  kColFlag = tables::kDirFlag + 1,    // "a-b" for a heading
+  kColId = tables::kDirId + 1,        // identification number
+  kColTotal = tables::kDirTotal + 1,  // questions in the bank
+  kColDone = tables::kDirDone + 1,    // answers given
+  kColRight = tables::kDirRight + 1,  // right answers
+  kColScore = tables::kDirScore + 1,  // the score text
+  kColUnused9 = tables::kDirUnused9 + 1,
+  kColUnused10 = tables::kDirUnused10 + 1,
+  kColMinutes = tables::kDirMinutes + 1,    // minutes of practice
+  kColEligible = tables::kDirEligible + 1,  // due questions
 };
+static_assert(kColLabel == 1 && kColEligible == 12);
 constexpr int kDirectoryColumnCount = 13;
 constexpr int kDirectoryFieldCount = 12;
 

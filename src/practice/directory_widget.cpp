@@ -6,9 +6,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
+#include <array>
 
-#include "platform/clock.h"
-#include "platform/messagebox.h"
 #include "platform/vbtext.h"
 #include "settings/settings_window.h"
 
@@ -69,6 +68,8 @@ void DirectoryGrid::refresh() {
   headerFont.setPointSize(kHeaderFontSize);
   horizontalHeader()->setFont(headerFont);
   const QFontMetrics base(font());
+  std::array<bool, kDirectoryColumnCount> visible{};
+  for (int c = 0; c < kDirectoryColumnCount; ++c) visible[c] = IsVisibleColumn(c);
   for (int c = 0; c < kDirectoryColumnCount; ++c) {
     const Directory::HeaderCell cell = c < d.header().size() ? d.header()[c] : Directory::HeaderCell{u'<', QString()};
     auto* item = new QTableWidgetItem(cell.text);
@@ -78,7 +79,7 @@ void DirectoryGrid::refresh() {
     // The format text sets the width from its text; the screen factor widens
     // it. The caption at its own size always fits, except in the narrow
     // fixed column.
-    const bool shown = c == kColFixed || IsVisibleColumn(c);
+    const bool shown = c == kColFixed || visible[c];
     setColumnHidden(c, !shown);
     if (shown) {
       const int scaled = static_cast<int>((base.horizontalAdvance(cell.text) + 8) * scaleX_);
@@ -102,7 +103,7 @@ void DirectoryGrid::refresh() {
       item->setTextAlignment(alignmentOf(c < d.header().size() ? d.header()[c].alignment : QChar(u'<')));
       item->setForeground(Qt::black);
       if (c == kColFixed) item->setBackground(fixedBack);
-      if (look && IsVisibleColumn(c)) {
+      if (look && visible[c]) {
         item->setForeground(headingColor);
         item->setFont(headingFont);
       }
@@ -116,12 +117,8 @@ void DirectoryGrid::refresh() {
 }
 
 DirectoryClick DirectoryGrid::clickRow(int row) {
-  DirectoryClick what = DirectoryClick::Nothing;
-  if (env_) {
-    what = ClickDirectoryRow(directory_, row, *env_);
-  } else if (row >= 1 && row <= directory_.rowCount()) {
-    what = directory_.toggleHeading(row) ? DirectoryClick::Toggled : DirectoryClick::Leaf;
-  }
+  if (!env_) return DirectoryClick::Nothing;
+  const DirectoryClick what = ClickDirectoryRow(directory_, row, *env_);
   if (what == DirectoryClick::Toggled) {
     refresh();
     emit headingToggled(row);

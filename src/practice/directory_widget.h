@@ -25,8 +25,8 @@ class DirectoryGrid : public QTableWidget {
  public:
   explicit DirectoryGrid(QWidget* parent = nullptr);
 
-  // The message boxes of a click come from here; without it a click only
-  // toggles and announces.
+  // The message boxes of a click come from here; without it a click does
+  // nothing.
   void setEnv(const Env* env) { env_ = env; }
 
   // Shows a directory. Column widths follow the header texts, scaled by

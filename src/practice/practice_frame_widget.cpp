@@ -7,7 +7,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
-#include <QStyle>
 #include <QTextEdit>
 #include <QVBoxLayout>
 
@@ -17,7 +16,6 @@
 #include "practice/practice_texts.h"
 #include "settings/personal_settings_window.h"
 #include "settings/settings.h"
-#include "settings/text_style_widget.h"
 
 namespace mj {
 
@@ -105,7 +103,7 @@ void PracticeFrame::build() {
     b->setAutoDefault(false);
     b->setVisible(false);
     connect(b, &QPushButton::clicked, this, [this, i] {
-      setTyped(QString());
+      clearTyped();
       session_.Command2_Click(i);
     });
     Command2.append(b);
@@ -203,7 +201,7 @@ void PracticeFrame::IniObjInFrame1_3() {
 
 void PracticeFrame::PutFrame6Cmd(int type) {
   type_ = type;
-  setTyped(QString());
+  clearTyped();
   layoutAnswerButtons();
 }
 
@@ -348,8 +346,6 @@ void PracticeFrame::showAnswerWindow() {
 
 void PracticeFrame::hideAnswerWindow() { form3_->hide(); }
 
-bool PracticeFrame::answerWindowVisible() const { return form3_->isVisible(); }
-
 void PracticeFrame::selectAnswerText() { form3_->selectAnswerText(); }
 
 // --- keys ---
@@ -359,11 +355,16 @@ void PracticeFrame::setBlocked(bool blocked) {
   Frame6->setEnabled(!blocked);
   moveBar_->setEnabled(!blocked);
   Check1->setEnabled(!blocked);
-  if (blocked) setTyped(QString());
+  if (blocked) clearTyped();
 }
 
-void PracticeFrame::setTyped(const QString& letters) {
-  typed_ = letters;
+void PracticeFrame::clearTyped() {
+  keys_.clear();
+  showTyped();
+}
+
+void PracticeFrame::showTyped() {
+  const QString& letters = keys_.typed();
   typedLabel->setText(letters.isEmpty() ? QString() : QStringLiteral("键入：") + letters);
 }
 
@@ -377,6 +378,7 @@ bool PracticeFrame::handleKey(QKeyEvent* e) {
     }
     b->click();
   };
+  AnswerKeyAction action;
   switch (e->key()) {
     case Qt::Key_PageUp:
       press(Frame3Cmd[1]);
@@ -387,35 +389,37 @@ bool PracticeFrame::handleKey(QKeyEvent* e) {
     case Qt::Key_A:
     case Qt::Key_B:
     case Qt::Key_C:
-    case Qt::Key_D: {
-      const QString letter(QChar(u'A' + (e->key() - Qt::Key_A)));
-      if (type_ == 1) {
-        press(Command2[AnswerButtonIndex(letter)]);
-      } else {
-        setTyped(Order(typed_ + letter));
-      }
-      return true;
-    }
+    case Qt::Key_D:
+      action = keys_.letter(QChar(u'A' + (e->key() - Qt::Key_A)), type_);
+      break;
     case Qt::Key_Return:
-    case Qt::Key_Enter: {
-      if (typed_.isEmpty()) return false;
-      const int index = AnswerButtonIndex(typed_);
-      setTyped(QString());
-      if (index < 0) {
-        QApplication::beep();
-        return true;
-      }
-      press(Command2[index]);
-      return true;
-    }
+    case Qt::Key_Enter:
+      action = keys_.enter();
+      break;
     case Qt::Key_Escape:
     case Qt::Key_Backspace:
-      if (typed_.isEmpty()) return false;
-      setTyped(QString());
-      return true;
+      action = keys_.cancel();
+      break;
     default:
       return false;
   }
+  switch (action.kind) {
+    case AnswerKeyAction::Ignored:
+      return false;
+    case AnswerKeyAction::Answer:
+      showTyped();
+      press(Command2[action.button]);
+      return true;
+    case AnswerKeyAction::Unknown:
+      showTyped();
+      QApplication::beep();
+      return true;
+    case AnswerKeyAction::Typed:
+    case AnswerKeyAction::Cleared:
+      showTyped();
+      return true;
+  }
+  return true;
 }
 
 void PracticeFrame::keyPressEvent(QKeyEvent* event) {

@@ -15,6 +15,7 @@
 #include <memory>
 
 #include "app/app_state.h"
+#include "practice/answer_keys.h"
 #include "practice/practice_session.h"
 
 class QCheckBox;
@@ -70,7 +71,7 @@ class PracticeFrame : public QWidget, public PracticeView {
   void setEditorHook(std::function<void()> hook);
 
   // The letters typed so far for a multiple or any choice.
-  const QString& typedLetters() const { return typed_; }
+  const QString& typedLetters() const { return keys_.typed(); }
 
   // Controls, by their names.
   QLabel* Label5 = nullptr;  // the top label
@@ -111,7 +112,6 @@ class PracticeFrame : public QWidget, public PracticeView {
   void setExchangeNumber(const QString& text) override;
   void showAnswerWindow() override;
   void hideAnswerWindow() override;
-  bool answerWindowVisible() const override;
   void selectAnswerText() override;
 
   // The question box's text as the program holds it (CR LF line ends).
@@ -130,7 +130,9 @@ class PracticeFrame : public QWidget, public PracticeView {
   void layoutAnswerButtons();
   // The buttons of the frame blocked while the answer window lies over it.
   void setBlocked(bool blocked);
-  void setTyped(const QString& letters);
+  // The collected letters dropped, and the label with them.
+  void clearTyped();
+  void showTyped();
 
   AppState& app_;
   PracticeSession session_;
@@ -139,7 +141,7 @@ class PracticeFrame : public QWidget, public PracticeView {
   Form2* form2_ = nullptr;
   QWidget* moveBar_ = nullptr;
   int type_ = 1;
-  QString typed_;
+  AnswerKeys keys_;
   QString shownQuestion_;
   bool blocked_ = false;
 };

@@ -17,7 +17,22 @@ namespace mj {
 namespace {
 
 qint16 TypeOf(const QString& id) { return static_cast<qint16>(Val(Mid(id, 6, 1))); }
-qint32 NumOf(const QString& id) { return static_cast<qint32>(Val(Mid(id, 7, 5))); }
+
+// The stem with its options (field 1) and the answer field (field 2) of
+// question n of a bank file's text. Field 1 sets providerInfo to the
+// question's provider block.
+struct QuestionFields {
+  QString stem;
+  QString answer;
+};
+
+QuestionFields FieldsOf(const QString& fileText, long long n, QString& providerInfo) {
+  const QString block = GetOneShiTi(fileText, n);
+  QuestionFields f;
+  f.stem = GetField(block, 1, providerInfo);
+  f.answer = GetField(block, 2, providerInfo);
+  return f;
+}
 
 }  // namespace
 
@@ -76,7 +91,7 @@ void PracticeSession::beginRun() {
   view_.showDirectoryGrid(false);
   r.CurIndex = 1;
   r.CurItemId = GetItemID(r.RunIds, 1);
-  r.CurNum = NumOf(r.CurItemId);
+  r.CurNum = static_cast<qint32>(ItemSerial(r.CurItemId));
   r.CurType = TypeOf(r.CurItemId);
   // The counters of this run start at nothing, whatever an earlier list run
   // left in them.
@@ -98,9 +113,9 @@ void PracticeSession::beginRun() {
   // 13.
   view_.showFrame(true);
   // 14. The question, its answer field, the law text made in advance.
-  const QString block = GetOneShiTi(r.BankText, r.CurNum);
-  view_.setQuestionText(GetField(block, 1, r.ProviderInfo));
-  r.AnswerField = GetField(block, 2, r.ProviderInfo);
+  const QuestionFields q = FieldsOf(r.BankText, r.CurNum, r.ProviderInfo);
+  view_.setQuestionText(q.stem);
+  r.AnswerField = q.answer;
   r.LawText.clear();
   makeLawText();
   updateMoveButtons();
@@ -115,6 +130,7 @@ void PracticeSession::makeLawText() {
   PracticeRun& r = run();
   view_.setAnswerButtonsEnabled(false);
   r.LawText = GetLawTxtForDaAn(env(), r.AnswerField) + kCrLf;
+  r.LawTextStale = false;
   view_.setAnswerButtonsEnabled(true);
 }
 
@@ -125,45 +141,45 @@ QString PracticeSession::lawTextForBox() const {
   return t;
 }
 
-void PracticeSession::showQuestionAt() {
+QString PracticeSession::showQuestionAt() {
   PracticeRun& r = run();
   r.CurItemId = currentId();
   r.CurType = TypeOf(r.CurItemId);
   // A list may span banks: the file of this question.
   r.BankText = r.BankFile.MyGetAllShiTi(env(), r.RunIds, r.CurIndex);
-  r.CurNum = NumOf(r.CurItemId);
-  const QString block = GetOneShiTi(r.BankText, r.CurNum);
-  view_.setQuestionText(GetField(block, 1, r.ProviderInfo));
+  r.CurNum = static_cast<qint32>(ItemSerial(r.CurItemId));
+  const QuestionFields q = FieldsOf(r.BankText, r.CurNum, r.ProviderInfo);
+  view_.setQuestionText(q.stem);
   r.PrevQuestionSeconds = static_cast<qint16>(r.QuestionSeconds);
   r.QuestionSeconds = 0;
-  r.AnswerField = GetField(block, 2, r.ProviderInfo);
+  r.AnswerField = q.answer;
   r.LawText.clear();
   r.LawTextStale = true;
   view_.PutFrame6Cmd(r.CurType);
+  return q.stem;
+}
+
+QString PracticeSession::moveBy(int step) {
+  run().TimerRunning = false;
+  run().CurIndex += step;
+  const QString stem = showQuestionAt();
+  updateMoveButtons();
+  return stem;
 }
 
 void PracticeSession::updateMoveButtons() { view_.setMoveEnabled(canGoBack(), canGoOn()); }
 
 void PracticeSession::Frame3Cmd_Click(int index) {
-  PracticeRun& r = run();
   switch (index) {
     case 0:
       view_.showPersonalSettings();
       view_.focusFrame();
       return;
     case 1:
-      if (!canGoBack()) return;
-      r.TimerRunning = false;
-      r.CurIndex -= 1;
-      showQuestionAt();
-      updateMoveButtons();
+      if (canGoBack()) moveBy(-1);
       return;
     case 2:
-      if (!canGoOn()) return;
-      r.TimerRunning = false;
-      r.CurIndex += 1;
-      showQuestionAt();
-      updateMoveButtons();
+      if (canGoOn()) moveBy(1);
       return;
     case 3:
       endRun();
@@ -206,11 +222,9 @@ void PracticeSession::endRun() {
   // 8.
   r.DoneInRun = 0;
   r.RightInRun = 0;
-  // 9. The directory table.
-  if (!app_.InUpdateList && !app_.InOtherList) {
-    AltDbfData(app_.DataFolder, app_.FaceTable, r.RunStatText, r.RunSeconds, r.OutInRun);
-    r.RunStatText.clear();
-  }
+  // 9. The directory table (the day lists returned above).
+  AltDbfData(app_.DataFolder, app_.FaceTable, r.RunStatText, r.RunSeconds, r.OutInRun);
+  r.RunStatText.clear();
   // 10.
   if (d && !d->GetText(1, kColLabel).isEmpty()) {
     view_.showDirectoryGrid(true);
@@ -269,8 +283,7 @@ void PracticeSession::Command2_Click(int index) {
   // this attempt on top is no longer due.
   if (!r.FromLawQuery) {
     r.DoneInRun += 1;
-    if (!IsOkItem(r.NewStory, app_.OkTimes, app_.AddNum, app_.PassDays, r.tableKey, app_.IsChaJuan, env().today()))
-      r.OutInRun += 1;
+    if (!IsOkItem(r.NewStory, CurrentSchedule(app_), r.tableKey)) r.OutInRun += 1;
   }
   // 12, 13.
   const bool isWrong = !SameAnswer(caption, key);
@@ -291,19 +304,18 @@ void PracticeSession::Command2_Click(int index) {
     updateMoveButtons();
   } else {
     // 17, 18. The outcome and the answer.
-    upper = GetField(GetOneShiTi(r.BankText, r.CurNum), 1, r.ProviderInfo);
+    // The stem again, which also sets the provider block back to this
+    // question's after a look at another one by its exchange number.
+    upper = FieldsOf(r.BankText, r.CurNum, r.ProviderInfo).stem;
     lower = OutcomeSentence(last, isWrong, caption) + kCrLf + kCrLf + r.AnswerField;
     // 19. The law text, made once per question.
-    if (r.LawText.isEmpty() || r.LawTextStale) {
-      makeLawText();
-      r.LawTextStale = false;
-    }
+    if (r.LawText.isEmpty() || r.LawTextStale) makeLawText();
     lower += lawTextForBox();
   }
   // 21. The record, written before the window shows, so that nothing that
   // was answered is lost when the program ends right after.
   if (!r.FromLawQuery && !app_.InUpdateList && !app_.InOtherList)
-    AltStory(env(), r.Records, app_.ItemData, app_.AllItemData, isWrong, caption, id);
+    AltStory(env(), r.Records, app_.ItemData, app_.AllItemData, isWrong, caption, id, row);
   if (autoNext) return;
   // 18, 20, 22. The answer window over the main window.
   view_.setAnswerBoxes(upper, lower);
@@ -333,11 +345,9 @@ void PracticeSession::showLabels() {
 void PracticeSession::answerWindowMove(int index) {
   PracticeRun& r = run();
   if (index == 1 ? !canGoBack() : !canGoOn()) return;
-  Frame3Cmd_Click(index);
+  const QString upper = moveBy(index == 1 ? -1 : 1);
   // Both boxes show the new question with its answer and law text.
-  const QString upper = GetField(GetOneShiTi(r.BankText, r.CurNum), 1, r.ProviderInfo);
   makeLawText();
-  r.LawTextStale = false;
   view_.setAnswerBoxes(upper, r.AnswerField + lawTextForBox());
   view_.setExchangeNumber(u'*' + r.CurItemId + u'*');
 }
@@ -378,10 +388,8 @@ void PracticeSession::exchangeNumberChanged(const QString& text) {
   if (step.kind != ExchangeStep::Question) return;
   // The question of that number, from its bank file; the run is not touched.
   const QString fileText = r.BankFile.loadFor(env(), step.id);
-  const QString block = GetOneShiTi(fileText, NumOf(step.id));
-  const QString upper = GetField(block, 1, r.ProviderInfo);
-  const QString answerField = GetField(block, 2, r.ProviderInfo);
-  view_.setAnswerBoxes(upper, answerField + kCrLf + GetLawTxtForDaAn(env(), answerField));
+  const QuestionFields q = FieldsOf(fileText, ItemSerial(step.id), r.ProviderInfo);
+  view_.setAnswerBoxes(q.stem, q.answer + kCrLf + GetLawTxtForDaAn(env(), q.answer));
 }
 
 }  // namespace mj

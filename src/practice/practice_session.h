@@ -68,7 +68,6 @@ class PracticeView {
   virtual void setExchangeNumber(const QString& text) = 0;
   virtual void showAnswerWindow() = 0;
   virtual void hideAnswerWindow() = 0;
-  virtual bool answerWindowVisible() const = 0;
   virtual void selectAnswerText() = 0;
 };
 
@@ -135,8 +134,11 @@ class PracticeSession {
   const Env& env() const { return app_.env; }
   // Steps 8 to 15 of a start: the first question shown.
   void beginRun();
-  // The question at CurIndex into the frame.
-  void showQuestionAt();
+  // The question at CurIndex into the frame. Returns its stem as shown.
+  QString showQuestionAt();
+  // 上题 (-1) and 下题 (+1), once checked: the run's clock stops and the
+  // question there is shown. Returns its stem.
+  QString moveBy(int step);
   // LawText for AnswerField, made behind disabled answer buttons.
   void makeLawText();
   // LawText without its last CR LF, when it has more than 3 characters.

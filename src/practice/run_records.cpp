@@ -6,20 +6,16 @@
 namespace mj {
 
 QString AltStory(const Env& env, const RunRecordSet& records, ItemIndex& itemData, ItemIndex& allItemData, bool isWrong,
-                 const QString& givenAnswer, const QString& itemId) {
+                 const QString& givenAnswer, const QString& itemId, qsizetype itemRow) {
   const QString entry = RecordEntry(env.now(), Trim(givenAnswer));
-  const std::optional<int> record = records.findRecord(itemId);
-  if (!record) return QString();
-  const QString story = NextRecord(records.story(*record), entry, isWrong);
-  records.setStory(*record, story);
-  if (itemData.size() == allItemData.size()) {
-    const qsizetype row = FindItemRow(itemData, itemId);
-    if (row > 0) {
-      allItemData[row - 1].story = story;
-      itemData[row - 1].story = story;
-    }
+  const std::optional<QString> story =
+      records.updateStory(itemId, [&](const QString& old) { return NextRecord(old, entry, isWrong); });
+  if (!story) return QString();
+  if (itemData.size() == allItemData.size() && itemRow > 0) {
+    allItemData[itemRow - 1].story = *story;
+    itemData[itemRow - 1].story = *story;
   }
-  return story;
+  return *story;
 }
 
 }  // namespace mj

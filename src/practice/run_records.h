@@ -16,10 +16,11 @@ namespace mj {
 // gets the next record (a wrong answer replaces the whole record, a record
 // longer than 200 characters keeps its first 160). When the working index and
 // the whole index have the same size, the first row of the working index with
-// that ID gets the new record in both (the simulated papers have no working
+// that ID (`itemRow`, which the caller has from FindItemRow(itemData,
+// itemId)) gets the new record in both (the simulated papers have no working
 // index, so nothing changes there). Returns the record written, empty when
 // the question is not among the run's rows (then the index is left alone).
 QString AltStory(const Env& env, const RunRecordSet& records, ItemIndex& itemData, ItemIndex& allItemData, bool isWrong,
-                 const QString& givenAnswer, const QString& itemId);
+                 const QString& givenAnswer, const QString& itemId, qsizetype itemRow);
 
 }  // namespace mj

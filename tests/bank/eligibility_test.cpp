@@ -363,6 +363,30 @@ TEST(GetLongID, DueLiveQuestionsOfOneBankInTableOrder) {
   EXPECT_EQ(test::ColumnOf(t, kItems, u"valid2"_qs).size(), 6);
 }
 
+TEST(RunRecordSet, UpdateStoryReadsAndWritesTheRowOfAnId) {
+  test::TestEnv t;
+  test::WriteItemTable(t, kItems,
+                       {
+                           {u"01001100009"_qs},                            // due
+                           {u"01001100001"_qs, Entry(40, u"C"_qs)},        // due
+                           {u"01001100003"_qs, u"no"_qs, u"A"_qs, false},  // hidden
+                       });
+  const RunList run = GetLongID(t.path(u"\\dbf"_qs), kItems, u"010011"_qs, Sched(1, 1, 30));
+  QStringList seen;
+  auto next = [&seen](const QString& old) {
+    seen.append(old);
+    return Entry(0, u"A"_qs) + old;
+  };
+  EXPECT_EQ(run.records.updateStory(u"01001100001"_qs, next), Entry(0, u"A"_qs) + Entry(40, u"C"_qs));
+  EXPECT_EQ(seen, QStringList{Entry(40, u"C"_qs)});
+  EXPECT_EQ(test::ColumnOf(t, kItems, u"story"_qs).at(1), Entry(0, u"A"_qs) + Entry(40, u"C"_qs));
+  // A row outside the set is neither read nor written.
+  EXPECT_EQ(run.records.updateStory(u"01001100003"_qs, next), std::nullopt);
+  EXPECT_EQ(run.records.updateStory(u"01001200001"_qs, next), std::nullopt);
+  EXPECT_EQ(seen.size(), 1);
+  EXPECT_EQ(test::ColumnOf(t, kItems, u"story"_qs).at(2), u"no"_qs);
+}
+
 TEST(GetLongID, UnknownBankOrTableGivesAnEmptyList) {
   test::TestEnv t;
   test::WriteItemTable(t, kItems, {{u"01001100001"_qs}});

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -226,6 +228,30 @@ TEST(AnswerWindow, DiscussionLinkFromTheForumFields) {
   h.frame->Frame3Cmd[2]->click();
   h.answer(u"A"_qs);
   EXPECT_FALSE(h.form3()->Command6->isEnabled());
+}
+
+TEST(AnswerWindow, OneShowReportsOneActivation) {
+  Form3 w;
+  int reported = 0;
+  QObject::connect(&w, &Form3::activated, [&reported] { ++reported; });
+  w.show();
+  EXPECT_EQ(reported, 1);
+  // The activation that follows the show is the show's own.
+  QEvent activate(QEvent::WindowActivate);
+  QCoreApplication::sendEvent(&w, &activate);
+  EXPECT_EQ(reported, 1);
+  // A later activation is reported.
+  QCoreApplication::sendEvent(&w, &activate);
+  EXPECT_EQ(reported, 2);
+  // A hidden window reports nothing; the next show reports once again.
+  w.hide();
+  QCoreApplication::sendEvent(&w, &activate);
+  EXPECT_EQ(reported, 2);
+  w.show();
+  QCoreApplication::sendEvent(&w, &activate);
+  EXPECT_EQ(reported, 3);
+  QCoreApplication::sendEvent(&w, &activate);
+  EXPECT_EQ(reported, 4);
 }
 
 TEST(AnswerWindow, NoForumFieldsNoDiscussion) {
