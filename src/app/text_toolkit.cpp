@@ -186,6 +186,18 @@ bool PrependToTodayFile(const Env& env, const QString& folder, const QString& id
   return WriteIdFile(file, ids + ReadIdFile(file));
 }
 
+QString ShownText(const QString& text) {
+  QString t = text;
+  t.replace(kCrLf, QStringLiteral("\n"));
+  return t;
+}
+
+QString HeldText(const QString& text) {
+  QString t = text;
+  t.replace(u'\n', kCrLf);
+  return t;
+}
+
 bool ShellOpen(const Env& env, const QString& target) { return env.shell->open(target, env.root); }
 
 }  // namespace mj

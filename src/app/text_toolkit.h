@@ -73,6 +73,11 @@ QString TodayIniName(const QDate& today);
 // is made when it is missing. False when the file cannot be written.
 bool PrependToTodayFile(const Env& env, const QString& folder, const QString& ids);
 
+// A text of the program (CR LF line ends) as a text box shows it (LF line
+// ends), and a text box's text back with CR LF line ends.
+QString ShownText(const QString& text);
+QString HeldText(const QString& text);
+
 // Opens a file or an address with its registered program, working folder the
 // program folder.
 bool ShellOpen(const Env& env, const QString& target);

@@ -19,6 +19,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "app/text_toolkit.h"
 #include "law/keypad_window.h"
 #include "law/text_places.h"
 
@@ -173,7 +174,7 @@ Form6::Form6(const Env& env, const ItemIndex* items, QWidget* parent) : QWidget(
   connect(GoBack, &QAction::triggered, this, act([this] { query_.goBack(); }));
   connect(NoText, &QAction::triggered, this, act([this] { query_.noText(); }));
   connect(RichTextBox1, &QPlainTextEdit::textChanged, this, [this] {
-    if (query_.inTempText) query_.editView(RichTextBox1->toPlainText().replace(u'\n', QStringLiteral("\r\n")));
+    if (query_.inTempText) query_.editView(HeldText(RichTextBox1->toPlainText()));
   });
   connect(RichTextBox1, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
     query_.clickInView(0, false, true);

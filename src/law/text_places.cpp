@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "app/text_toolkit.h"
+
 namespace mj {
 
 namespace {
@@ -59,8 +61,7 @@ LinePlace LineOfTextIndex(const QString& text, qsizetype index) {
 
 CrLfPlace ToCrLfPlace(const QString& shownText, qsizetype position) {
   CrLfPlace p;
-  p.text = shownText;
-  p.text.replace(u'\n', QStringLiteral("\r\n"));
+  p.text = HeldText(shownText);
   const qsizetype at = std::clamp<qsizetype>(position, 0, shownText.size());
   p.index = at + shownText.left(at).count(u'\n');
   return p;

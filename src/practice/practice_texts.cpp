@@ -43,16 +43,4 @@ void MyPause(double seconds) {
 int BiggerFontSize(int size) { return size < 70 ? size + 2 : size; }
 int SmallerFontSize(int size) { return size > 10 ? size - 2 : size; }
 
-QString ShownText(const QString& text) {
-  QString t = text;
-  t.replace(kCrLf, QStringLiteral("\n"));
-  return t;
-}
-
-QString HeldText(const QString& text) {
-  QString t = text;
-  t.replace(u'\n', kCrLf);
-  return t;
-}
-
 }  // namespace mj

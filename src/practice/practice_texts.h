@@ -44,10 +44,6 @@ AnswerRow AnswerRowOf(int type);
 // Waits until `seconds` have passed, letting window events through.
 void MyPause(double seconds);
 
-// A text of the program (CR LF line ends) as a text box shows it (LF line
-// ends), and a text box's text back with CR LF line ends.
-QString ShownText(const QString& text);
-QString HeldText(const QString& text);
 
 // Font size steps of the question box: +2 below 70, -2 above 10.
 int BiggerFontSize(int size);

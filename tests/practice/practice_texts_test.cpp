@@ -86,13 +86,3 @@ TEST(PracticeTexts, FontSizeStaysWithin10And70) {
   EXPECT_EQ(SmallerFontSize(10), 10);
   EXPECT_EQ(SmallerFontSize(11), 9);
 }
-
-TEST(PracticeTexts, ShownAndHeldLineEnds) {
-  EXPECT_EQ(ShownText(u"第一行\r\n第二行\r\n"_qs), u"第一行\n第二行\n"_qs);
-  // A lone CR or LF of the program's text stays as it is.
-  EXPECT_EQ(ShownText(u"a\rb\nc"_qs), u"a\rb\nc"_qs);
-  EXPECT_EQ(HeldText(u"第一行\n第二行"_qs), u"第一行\r\n第二行"_qs);
-  EXPECT_EQ(HeldText(ShownText(u"甲\r\n乙\r\n\r\n丙"_qs)), u"甲\r\n乙\r\n\r\n丙"_qs);
-  EXPECT_EQ(ShownText(QString()), QString());
-  EXPECT_EQ(HeldText(QString()), QString());
-}
