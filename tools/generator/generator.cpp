@@ -257,6 +257,7 @@ class Writer {
     bool heading = false;
   };
 
+  // A new row is all blanks: empty texts are left as they are.
   bool writeDirectory(const QString& rel, const QList<Row>& rows) {
     DbfTable t = DbfTable::create(root_ + u'/' + rel, tables::DirectoryFields());
     if (!t.isOpen()) return fail(t.error());
@@ -264,8 +265,8 @@ class Writer {
       const Row& row = rows[i];
       const int r = t.appendRow();
       bool ok = r >= 0 && t.setText(r, tables::kDirLabel, row.a);
-      ok = ok && (row.b.isEmpty() ? t.setNull(r, tables::kDirFile) : t.setText(r, tables::kDirFile, row.b));
-      ok = ok && (row.c.isEmpty() ? t.setNull(r, tables::kDirFlag) : t.setText(r, tables::kDirFlag, row.c));
+      ok = ok && (row.b.isEmpty() || t.setText(r, tables::kDirFile, row.b));
+      ok = ok && (row.c.isEmpty() || t.setText(r, tables::kDirFlag, row.c));
       ok = ok && t.setText(r, tables::kDirId, QString::number(i + 1));
       ok = ok && t.setNumber(r, tables::kDirTotal, row.n.total);
       ok = ok && t.setNumber(r, tables::kDirDone, row.n.done);
@@ -418,8 +419,7 @@ class Writer {
     int recn = 0;
     const auto add = [&](const QString& a, const QString& d) {
       const int r = t.appendRow();
-      return r >= 0 && t.setText(r, QStringLiteral("a"), a) &&
-             (d.isEmpty() ? t.setNull(r, t.fieldIndex(QStringLiteral("d"))) : t.setText(r, QStringLiteral("d"), d)) &&
+      return r >= 0 && t.setText(r, QStringLiteral("a"), a) && (d.isEmpty() || t.setText(r, QStringLiteral("d"), d)) &&
              t.setNumber(r, QStringLiteral("therecn"), ++recn);
     };
     for (int k = 0; k < s_.laws; ++k) {

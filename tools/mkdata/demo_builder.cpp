@@ -661,6 +661,7 @@ class Builder {
     return t.isOpen();
   }
 
+  // A new row is all blanks: only the fields that get a value are written.
   void writeItems(const QString& rel, bool papers) {
     mj::DbfTable t = mj::DbfTable::create(out_ + u'/' + rel, mj::tables::ItemFields(!papers));
     if (!checkTable(t)) return;
@@ -674,7 +675,6 @@ class Builder {
         ok = ok && t.setText(r, QStringLiteral("answer"), q.key);
         ok = ok && t.setText(r, QStringLiteral("aboutlaw"), q.aboutlaw);
         ok = ok && t.setText(r, QStringLiteral("itemid"), q.id);
-        ok = ok && t.setNull(r, t.fieldIndex(QStringLiteral("hastest")));
         ok = ok && t.setLogical(r, QStringLiteral("valid2"), true);
         ok = ok && t.setLogical(r, QStringLiteral("hasselect"), true);
         ok = ok && t.setNumber(r, QStringLiteral("itemtype"), q.type);
@@ -696,15 +696,13 @@ class Builder {
       const int r = t.appendRow();
       bool ok = r >= 0;
       ok = ok && t.setText(r, mj::tables::kDirLabel, row.label);
-      ok = ok && (row.b.isEmpty() ? t.setNull(r, mj::tables::kDirFile) : t.setText(r, mj::tables::kDirFile, row.b));
-      ok = ok && (row.c.isEmpty() ? t.setNull(r, mj::tables::kDirFlag) : t.setText(r, mj::tables::kDirFlag, row.c));
+      ok = ok && (row.b.isEmpty() || t.setText(r, mj::tables::kDirFile, row.b));
+      ok = ok && (row.c.isEmpty() || t.setText(r, mj::tables::kDirFlag, row.c));
       ok = ok && t.setText(r, mj::tables::kDirId, QString::number(i + 1));
       ok = ok && t.setNumber(r, mj::tables::kDirTotal, row.total);
       ok = ok && t.setNumber(r, mj::tables::kDirDone, 0);
       ok = ok && t.setNumber(r, mj::tables::kDirRight, 0);
       ok = ok && t.setText(r, mj::tables::kDirScore, QStringLiteral("0%"));
-      ok = ok && t.setNull(r, mj::tables::kDirUnused9);
-      ok = ok && t.setNull(r, mj::tables::kDirUnused10);
       ok = ok && t.setNumber(r, mj::tables::kDirMinutes, 0);
       ok = ok && t.setNumber(r, mj::tables::kDirEligible, row.total);
       if (!ok) fault(rel, 0, QStringLiteral("无法写入第%1行").arg(i + 1));
@@ -746,14 +744,10 @@ class Builder {
           const OutlineRow& o = outline_[i];
           const int r = t.appendRow();
           bool ok = r >= 0 && t.setText(r, QStringLiteral("a"), o.a);
-          ok = ok && t.setNull(r, t.fieldIndex(QStringLiteral("b"))) && t.setNull(r, t.fieldIndex(QStringLiteral("c")));
-          ok = ok && (o.d.isEmpty() ? t.setNull(r, t.fieldIndex(QStringLiteral("d")))
-                                    : t.setText(r, QStringLiteral("d"), o.d));
-          ok = ok && (o.r.isEmpty() ? t.setNull(r, t.fieldIndex(QStringLiteral("r")))
-                                    : t.setText(r, QStringLiteral("r"), o.r));
+          ok = ok && (o.d.isEmpty() || t.setText(r, QStringLiteral("d"), o.d));
+          ok = ok && (o.r.isEmpty() || t.setText(r, QStringLiteral("r"), o.r));
           ok = ok && t.setNumber(r, QStringLiteral("therecn"), i + 1);
-          ok = ok && (o.k.isEmpty() ? t.setNull(r, t.fieldIndex(QStringLiteral("k")))
-                                    : t.setText(r, QStringLiteral("k"), o.k));
+          ok = ok && (o.k.isEmpty() || t.setText(r, QStringLiteral("k"), o.k));
           if (!ok) fault(QStringLiteral("dbf/dagang.mmd"), 0, QStringLiteral("无法写入第%1行").arg(i + 1));
         }
     }
