@@ -6,28 +6,21 @@
 
 #include "bank/eligibility.h"
 #include "bank/tables.h"
+#include "folder_writing.h"
+#include "law/law_text.h"
 #include "law/numerals.h"
 #include "platform/dbftable.h"
 #include "platform/textfile.h"
+#include "platform/vbtext.h"
 
 namespace mj::gen {
 
 namespace {
 
-const QString kCrLf = QStringLiteral("\r\n");
-const QString kIndent = QStringLiteral("　　");
-const QStringList kTypeWords = {QString(), QStringLiteral("单项选择题"), QStringLiteral("多项选择题"),
-                                QStringLiteral("任意选择题")};
-const QStringList kClasses = {QStringLiteral("宪法"),           QStringLiteral("民法"),  QStringLiteral("行政法"),
-                              QStringLiteral("刑法"),           QStringLiteral("商法"),  QStringLiteral("经济法"),
-                              QStringLiteral("国际（经济）法"), QStringLiteral("律师法")};
-const QStringList kPaperGroups = {QStringLiteral("试卷一相关法律、法规"), QStringLiteral("试卷二相关法律、法规"),
-                                  QStringLiteral("试卷三相关法律、法规")};
-const QStringList kOutsideFolders = {
-    QStringLiteral("宪法类"),   QStringLiteral("民法类"),   QStringLiteral("刑法类"),
-    QStringLiteral("经济法类"), QStringLiteral("商法类"),   QStringLiteral("国际（经济）法类"),
-    QStringLiteral("行政法类"), QStringLiteral("律师法类"), QStringLiteral("试卷一"),
-    QStringLiteral("试卷二"),   QStringLiteral("试卷三")};
+using mjtools::kClasses;
+using mjtools::kPaperGroups;
+using mjtools::kTypeWords;
+
 const int kArticlesPerChapter = 20;
 
 QString Entry(const QDateTime& when, const QString& answer) {
@@ -50,15 +43,9 @@ QString KeyOf(int type, int i) {
   return (type == 2 ? multi : any)[i % 5];
 }
 
+// The heading of article n; 第N条 has a blank behind it, as in real texts.
 QString ArticleHead(int type, int n) {
-  switch (type) {
-    case 1:
-      return u'第' + DaXie(n) + u'条' + u' ';
-    case 2:
-      return DaXie(n) + u'、';
-    default:
-      return QString::number(n) + u'．';
-  }
+  return mjtools::ArticleHead(type, n) + (type == 1 ? QStringLiteral(" ") : QString());
 }
 
 struct Cited {
@@ -116,19 +103,16 @@ struct Question {
 
 // The text of one question block in a bank file, behind its marker.
 QString Block(const Question& q, int serial, int i, const QString& citation) {
-  QString b = u'●' + QString::number(serial) + u'●' +
-              QStringLiteral("生成试题%1：根据生成法律，下列说法正确的是(      )").arg(i + 1);
-  for (int k = 0; k < 4; ++k)
-    b += kCrLf + QChar(u'A' + k) + u'．' + QStringLiteral("生成选项%1%2").arg(QChar(u'A' + k)).arg(i + 1);
+  QStringList options;
+  for (int k = 0; k < 4; ++k) options.append(QStringLiteral("生成选项%1%2").arg(QChar(u'A' + k)).arg(i + 1));
+  QStringList provider;
   if (i % 10 == 5)
-    b += kCrLf + QStringLiteral("[本题ID及提供者有关信息：]") + kCrLf + QStringLiteral("[本题标识ID：][") + q.id +
-         u']' + kCrLf + QStringLiteral("[提供者姓名或昵称：]生成用户") + kCrLf +
-         QStringLiteral("[提供者QQ号码：]10000") + kCrLf + QStringLiteral("[提供者E_mail：]gen@example.org") + kCrLf +
-         QStringLiteral("[提供者主页：]https://mingjing.example.org/") + kCrLf +
-         QStringLiteral("[提供日期：]2026年1月1日");
-  b += u'■' + QStringLiteral("答案：") + q.key + QStringLiteral("参见") + citation;
-  if (i % 4 == 2) b += kCrLf + QStringLiteral("[注释：]生成的注释。[注于：]2026年1月1日");
-  return b;
+    provider = {QStringLiteral("生成用户"), QStringLiteral("10000"), QStringLiteral("gen@example.org"),
+                QStringLiteral("https://mingjing.example.org/"), QStringLiteral("2026年1月1日")};
+  const QString note = i % 4 == 2 ? QStringLiteral("生成的注释。") : QString();
+  return mjtools::QuestionBlock(
+      serial, q.id, QStringLiteral("生成试题%1：根据生成法律，下列说法正确的是(      )").arg(i + 1), options, provider,
+      mjtools::AnswerField(q.key, citation, note, QStringLiteral("2026年1月1日")));
 }
 
 class Writer {
@@ -137,12 +121,8 @@ class Writer {
 
   bool run() {
     if (!checkSizes()) return false;
-    for (const QString& d :
-         {QStringLiteral("dbf"), QStringLiteral("yibanti"), QStringLiteral("moniti"), QStringLiteral("lawtxt"),
-          QStringLiteral("readme"), QStringLiteral("ini"), QStringLiteral("更新的题"), QStringLiteral("模糊题"),
-          QStringLiteral("知识点"), QStringLiteral("新知识点"), QStringLiteral("法律文书")})
-      if (!QDir().mkpath(root_ + u'/' + d)) return fail(QStringLiteral("文件夹 %1 无法建立").arg(d));
-    for (const QString& d : kOutsideFolders) QDir().mkpath(root_ + QStringLiteral("/外部题库/") + d);
+    QString failed;
+    if (!mjtools::MakeProgramFolders(root_, &failed)) return fail(QStringLiteral("文件夹 %1 无法建立").arg(failed));
     return writeLaws() && writeInternal() && writePapers() && writeLawTables() && writeTrees() && writeOutline() &&
            writeSmallFiles();
   }
@@ -178,20 +158,21 @@ class Writer {
     for (int k = 0; k < s_.laws; ++k) {
       const int type = LawType(k);
       QString text =
-          LawName(k) + kCrLf + kIndent + QStringLiteral("（生成数据：测试用的虚构条文，没有法律意义）") + kCrLf;
+          LawName(k) + kCrLf + kLawIndent + QStringLiteral("（生成数据：测试用的虚构条文，没有法律意义）") + kCrLf;
       for (int n = 1; n <= s_.articles; ++n) {
         if ((n - 1) % kArticlesPerChapter == 0) {
           const int chapter = (n - 1) / kArticlesPerChapter + 1;
-          text += kIndent + u'第' + DaXie(chapter) + QStringLiteral("章 生成的章") + kCrLf;
+          text += kLawIndent + u'第' + DaXie(chapter) + QStringLiteral("章 生成的章") + kCrLf;
         }
-        text += kIndent + ArticleHead(type, n) +
+        text += kLawIndent + ArticleHead(type, n) +
                 QStringLiteral("这是%1的一条生成条文，用于测试程序的速度，没有法律意义。").arg(LawName(k)) + kCrLf;
         if (n % 3 == 0)
-          text += kIndent + QStringLiteral("（一）生成的项；") + kCrLf + kIndent + QStringLiteral("（二）生成的项。") +
-                  kCrLf;
+          text += kLawIndent + QStringLiteral("（一）生成的项；") + kCrLf + kLawIndent +
+                  QStringLiteral("（二）生成的项。") + kCrLf;
       }
       if (type == 2)
-        text += kIndent + QStringLiteral("附件：生成的附件") + kCrLf + kIndent + QStringLiteral("附件的内容。") + kCrLf;
+        text += kLawIndent + QStringLiteral("附件：生成的附件") + kCrLf + kLawIndent + QStringLiteral("附件的内容。") +
+                kCrLf;
       const QString rel = QStringLiteral("lawtxt/") + LawName(k) + QStringLiteral(".mmd");
       if (!writeText(rel, text)) return false;
       if (r_) r_->lawFiles.append(rel);
@@ -233,22 +214,13 @@ class Writer {
   }
 
   bool appendItem(DbfTable& t, const Question& q, bool forumFields) {
-    const int r = t.appendRow();
-    bool ok = r >= 0;
-    ok = ok && t.setText(r, QStringLiteral("filename"), q.id.left(6));
-    ok = ok && t.setText(r, QStringLiteral("story"), q.story);
-    ok = ok && t.setText(r, QStringLiteral("answer"), q.key);
-    ok = ok && t.setText(r, QStringLiteral("aboutlaw"), q.aboutlaw);
-    ok = ok && t.setText(r, QStringLiteral("itemid"), q.id);
-    ok = ok && t.setLogical(r, QStringLiteral("valid2"), true);
-    ok = ok && t.setLogical(r, QStringLiteral("hasselect"), true);
-    ok = ok && t.setNumber(r, QStringLiteral("itemtype"), q.type);
+    mjtools::ItemRecord item{q.id, q.story, q.key, q.aboutlaw, q.type};
     if (forumFields && q.forum) {
-      ok = ok && t.setNumber(r, QStringLiteral("boardid"), 6 + q.id.mid(6).toInt() % 14);
-      ok = ok && t.setNumber(r, QStringLiteral("topicid"), q.id.mid(6).toInt());
+      item.board = 6 + q.id.mid(6).toInt() % 14;
+      item.topic = q.id.mid(6).toInt();
     }
-    if (!ok) *error_ = QStringLiteral("试题 %1 无法写入").arg(q.id);
-    return ok;
+    if (mjtools::AppendItemRecord(t, item)) return true;
+    return fail(QStringLiteral("试题 %1 无法写入").arg(q.id));
   }
 
   struct Row {
@@ -257,25 +229,13 @@ class Writer {
     bool heading = false;
   };
 
-  // A new row is all blanks: empty texts are left as they are.
   bool writeDirectory(const QString& rel, const QList<Row>& rows) {
     DbfTable t = DbfTable::create(root_ + u'/' + rel, tables::DirectoryFields());
     if (!t.isOpen()) return fail(t.error());
     for (int i = 0; i < rows.size(); ++i) {
       const Row& row = rows[i];
-      const int r = t.appendRow();
-      bool ok = r >= 0 && t.setText(r, tables::kDirLabel, row.a);
-      ok = ok && (row.b.isEmpty() || t.setText(r, tables::kDirFile, row.b));
-      ok = ok && (row.c.isEmpty() || t.setText(r, tables::kDirFlag, row.c));
-      ok = ok && t.setText(r, tables::kDirId, QString::number(i + 1));
-      ok = ok && t.setNumber(r, tables::kDirTotal, row.n.total);
-      ok = ok && t.setNumber(r, tables::kDirDone, row.n.done);
-      ok = ok && t.setNumber(r, tables::kDirRight, row.n.right);
-      const QString score = row.n.done ? QString::number(row.n.right * 100 / row.n.done) + u'%' : QStringLiteral("0%");
-      ok = ok && t.setText(r, tables::kDirScore, score);
-      ok = ok && t.setNumber(r, tables::kDirMinutes, 0);
-      ok = ok && t.setNumber(r, tables::kDirEligible, row.n.ok);
-      if (!ok) return fail(QStringLiteral("%1 第%2行无法写入").arg(rel).arg(i + 1));
+      if (!mjtools::AppendDirectoryRecord(t, {row.a, row.b, row.c, row.n.total, row.n.done, row.n.right, row.n.ok}))
+        return fail(QStringLiteral("%1 第%2行无法写入").arg(rel).arg(i + 1));
     }
     return true;
   }
@@ -393,9 +353,7 @@ class Writer {
     return true;
   }
 
-  static QString FileLine(int k) {
-    return QStringLiteral("FILE=\"\\lawtxt\\") + LawName(k) + QStringLiteral(".mmd\"") + kCrLf;
-  }
+  static QString FileLine(int k) { return mjtools::TreeFileLine(LawName(k)); }
 
   bool writeTrees() {
     QString byPaper, byLetter, byClass;

@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "bank/tables.h"
+#include "folder_writing.h"
 #include "law/citations.h"
 #include "law/law_text.h"
 #include "law/numerals.h"
@@ -17,29 +18,22 @@
 #include "pictures.h"
 #include "platform/dbftable.h"
 #include "platform/textfile.h"
+#include "platform/vbtext.h"
 
 namespace mkdata {
 
 namespace {
 
-const QString kCrLf = QStringLiteral("\r\n");
-const QString kIndent = QStringLiteral("　　");
+using mj::kCrLf;
+using mjtools::ArticleHead;
+using mjtools::kClasses;
+using mjtools::kPaperGroups;
+using mjtools::kTypeWords;
+
 const QString kGap = QStringLiteral("(      )");
-const QStringList kClasses = {QStringLiteral("宪法"),           QStringLiteral("民法"),  QStringLiteral("行政法"),
-                              QStringLiteral("刑法"),           QStringLiteral("商法"),  QStringLiteral("经济法"),
-                              QStringLiteral("国际（经济）法"), QStringLiteral("律师法")};
-const QStringList kPaperGroups = {QStringLiteral("试卷一相关法律、法规"), QStringLiteral("试卷二相关法律、法规"),
-                                  QStringLiteral("试卷三相关法律、法规")};
-const QStringList kTypeWords = {QString(), QStringLiteral("单项选择题"), QStringLiteral("多项选择题"),
-                                QStringLiteral("任意选择题")};
 const QStringList kPaperMarkers = {QString(), QStringLiteral("== 单选题 =="), QStringLiteral("== 多选题 =="),
                                    QStringLiteral("== 任选题 ==")};
 const QString kBankMarker = QStringLiteral("== 题 ==");
-const QStringList kOutsideFolders = {
-    QStringLiteral("宪法类"),   QStringLiteral("民法类"),   QStringLiteral("刑法类"),
-    QStringLiteral("经济法类"), QStringLiteral("商法类"),   QStringLiteral("国际（经济）法类"),
-    QStringLiteral("行政法类"), QStringLiteral("律师法类"), QStringLiteral("试卷一"),
-    QStringLiteral("试卷二"),   QStringLiteral("试卷三")};
 const QString kNumeralChars = QStringLiteral("零一二三四五六七八九十百千万");
 
 struct Law {
@@ -55,7 +49,7 @@ struct Question {
   int line = 0;
   int type = 0;
   QStringList stem;
-  QString options[4];
+  QStringList options = QStringList(4);  // A to D
   QString key, cite, note, noteDate;
   QStringList provider;
   bool forum = false;
@@ -226,7 +220,7 @@ class Builder {
         first = false;
         continue;
       }
-      text += kIndent + line + kCrLf;
+      text += mj::kLawIndent + line + kCrLf;
       if (appendix) continue;
       if (line.startsWith(QStringLiteral("附件"))) {
         appendix = true;
@@ -470,19 +464,8 @@ class Builder {
         const QString code = bank.paper ? bank.name : bank.name.left(5);
         q.id = code + QString::number(q.type) + QStringLiteral("%1").arg(q.serial, 5, 10, QChar(u'0'));
         if (bank.paper && q.forum) fault(q.file, q.line, QStringLiteral("模拟试卷的试题不带论坛字段"));
-        QString block = u'●' + QString::number(q.serial) + u'●' + q.stem.join(kCrLf);
-        for (int k = 0; k < 4; ++k) block += kCrLf + QChar(u'A' + k) + u'．' + q.options[k];
-        if (q.provider.size() == 5) {
-          block += kCrLf + QStringLiteral("[本题ID及提供者有关信息：]") + kCrLf + QStringLiteral("[本题标识ID：][") +
-                   q.id + u']' + kCrLf + QStringLiteral("[提供者姓名或昵称：]") + q.provider[0] + kCrLf +
-                   QStringLiteral("[提供者QQ号码：]") + q.provider[1] + kCrLf + QStringLiteral("[提供者E_mail：]") +
-                   q.provider[2] + kCrLf + QStringLiteral("[提供者主页：]") + q.provider[3] + kCrLf +
-                   QStringLiteral("[提供日期：]") + q.provider[4];
-        }
-        QString field2 = QStringLiteral("答案：") + q.key + QStringLiteral("参见") + q.cite;
-        if (!q.note.isEmpty())
-          field2 += kCrLf + QStringLiteral("[注释：]") + q.note + QStringLiteral("[注于：]") + q.noteDate;
-        q.block = block + u'■' + field2;
+        const QString field2 = mjtools::AnswerField(q.key, q.cite, q.note, q.noteDate);
+        q.block = mjtools::QuestionBlock(q.serial, q.id, q.stem.join(kCrLf), q.options, q.provider, field2);
         q.aboutlaw = mj::LongDaAn(field2);
         checkCitations(q, mj::LongDaAn(QStringLiteral("参见") + q.cite));
       }
@@ -633,12 +616,8 @@ class Builder {
   // ---- output -----------------------------------------------------------
 
   void writeFolders() {
-    const QStringList dirs = {QStringLiteral("dbf"),      QStringLiteral("yibanti"),  QStringLiteral("moniti"),
-                              QStringLiteral("lawtxt"),   QStringLiteral("readme"),   QStringLiteral("ini"),
-                              QStringLiteral("更新的题"), QStringLiteral("模糊题"),   QStringLiteral("知识点"),
-                              QStringLiteral("新知识点"), QStringLiteral("法律文书"), QStringLiteral("外部题库")};
-    for (const QString& d : dirs) QDir().mkpath(out_ + u'/' + d);
-    for (const QString& d : kOutsideFolders) QDir().mkpath(out_ + QStringLiteral("/外部题库/") + d);
+    // A folder that cannot be made shows when the files in it are written.
+    mjtools::MakeProgramFolders(out_);
   }
 
   void writeLaws() {
@@ -661,28 +640,15 @@ class Builder {
     return t.isOpen();
   }
 
-  // A new row is all blanks: only the fields that get a value are written.
   void writeItems(const QString& rel, bool papers) {
     mj::DbfTable t = mj::DbfTable::create(out_ + u'/' + rel, mj::tables::ItemFields(!papers));
     if (!checkTable(t)) return;
     for (const BankFile& b : banks_) {
       if (b.paper != papers) continue;
       for (const Question& q : b.questions) {
-        const int r = t.appendRow();
-        bool ok = r >= 0;
-        ok = ok && t.setText(r, QStringLiteral("filename"), q.id.left(6));
-        ok = ok && t.setText(r, QStringLiteral("story"), QStringLiteral("no"));
-        ok = ok && t.setText(r, QStringLiteral("answer"), q.key);
-        ok = ok && t.setText(r, QStringLiteral("aboutlaw"), q.aboutlaw);
-        ok = ok && t.setText(r, QStringLiteral("itemid"), q.id);
-        ok = ok && t.setLogical(r, QStringLiteral("valid2"), true);
-        ok = ok && t.setLogical(r, QStringLiteral("hasselect"), true);
-        ok = ok && t.setNumber(r, QStringLiteral("itemtype"), q.type);
-        if (!papers && q.forum) {
-          ok = ok && t.setNumber(r, QStringLiteral("boardid"), q.board);
-          ok = ok && t.setNumber(r, QStringLiteral("topicid"), q.topic);
-        }
-        if (!ok) fault(rel, 0, QStringLiteral("无法写入试题%1").arg(q.id));
+        // Paper questions never carry forum fields (checked when laid out).
+        const mjtools::ItemRecord item{q.id, QStringLiteral("no"), q.key, q.aboutlaw, q.type, q.board, q.topic};
+        if (!mjtools::AppendItemRecord(t, item)) fault(rel, 0, QStringLiteral("无法写入试题%1").arg(q.id));
       }
     }
     t.close();
@@ -693,19 +659,9 @@ class Builder {
     if (!checkTable(t)) return;
     for (int i = 0; i < rows.size(); ++i) {
       const DirRow& row = rows[i];
-      const int r = t.appendRow();
-      bool ok = r >= 0;
-      ok = ok && t.setText(r, mj::tables::kDirLabel, row.label);
-      ok = ok && (row.b.isEmpty() || t.setText(r, mj::tables::kDirFile, row.b));
-      ok = ok && (row.c.isEmpty() || t.setText(r, mj::tables::kDirFlag, row.c));
-      ok = ok && t.setText(r, mj::tables::kDirId, QString::number(i + 1));
-      ok = ok && t.setNumber(r, mj::tables::kDirTotal, row.total);
-      ok = ok && t.setNumber(r, mj::tables::kDirDone, 0);
-      ok = ok && t.setNumber(r, mj::tables::kDirRight, 0);
-      ok = ok && t.setText(r, mj::tables::kDirScore, QStringLiteral("0%"));
-      ok = ok && t.setNumber(r, mj::tables::kDirMinutes, 0);
-      ok = ok && t.setNumber(r, mj::tables::kDirEligible, row.total);
-      if (!ok) fault(rel, 0, QStringLiteral("无法写入第%1行").arg(i + 1));
+      // Nothing done yet: every question is due.
+      if (!mjtools::AppendDirectoryRecord(t, {row.label, row.b, row.c, row.total, 0, 0, row.total}))
+        fault(rel, 0, QStringLiteral("无法写入第%1行").arg(i + 1));
     }
     t.close();
   }
@@ -753,9 +709,7 @@ class Builder {
     }
   }
 
-  static QString fileLine(const Law& law) {
-    return QStringLiteral("FILE=\"\\lawtxt\\") + law.name + QStringLiteral(".mmd\"") + kCrLf;
-  }
+  static QString fileLine(const Law& law) { return mjtools::TreeFileLine(law.name); }
 
   // The law tree files. A group heading gets the file line of its first law
   // in front, so that even the heading's tag names a law that exists.

@@ -2,22 +2,7 @@
 
 #include <QRegularExpression>
 
-#include "law/numerals.h"
-
 namespace mkdata {
-
-QString ArticleHead(int type, int n) {
-  switch (type) {
-    case 1:
-      return u'第' + mj::DaXie(n) + u'条';
-    case 2:
-      return mj::DaXie(n) + u'、';
-    case 3:
-      return QString::number(n) + u'．';
-    default:
-      return QString();
-  }
-}
 
 bool SplitFlatList(const QString& flat, QList<CitationEntry>* entries) {
   static const QRegularExpression entry(QStringLiteral("\\G《([^《》]+)》([0-9]+)．"));

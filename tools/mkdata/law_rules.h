@@ -1,16 +1,12 @@
 #pragma once
-// What the data builder needs to write law texts and citation lists the way
-// the program reads them; the reading itself is the program's own (numerals,
-// text type, flat citation lists of src/law).
+// What the data builder needs to check citation lists the way the program
+// reads them; the reading itself is the program's own (flat citation lists of
+// src/law).
 
 #include <QList>
 #include <QString>
 
 namespace mkdata {
-
-// The article heading of number n in a text of the given type (1 第N条,
-// 2 N、 in the program's numerals, 3 n．), without indent.
-QString ArticleHead(int type, int n);
 
 struct CitationEntry {
   QString title;  // with 《》
