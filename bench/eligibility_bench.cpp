@@ -6,6 +6,7 @@
 #include <benchmark/benchmark.h>
 
 #include <QDate>
+#include <QDateTime>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <cstdio>
@@ -15,6 +16,7 @@
 #include "bank/tables.h"
 #include "platform/dbftable.h"
 #include "platform/vbtext.h"
+#include "practice/answer_check.h"
 
 using namespace mj;
 
@@ -24,10 +26,7 @@ constexpr int kQuestions = 20000;
 constexpr int kDirectoryRows = 300;
 const QDate kToday(2026, 11, 21);
 
-QString entry(const QDate& day, const QString& answer) {
-  return day.toString(QStringLiteral("yyyy-MM-dd")) + QStringLiteral(" 10:32") +
-         Right(QStringLiteral("    ") + answer, 4);
-}
+QString entry(const QDate& day, const QString& answer) { return RecordEntry(QDateTime(day, QTime(10, 32)), answer); }
 
 struct Data {
   QTemporaryDir dir;

@@ -6,8 +6,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <QDateTime>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTimeZone>
 #include <chrono>
 #include <cstdlib>
 #include <memory>
@@ -16,6 +18,7 @@
 #include "bank/tables.h"
 #include "platform/dbftable.h"
 #include "platform/paths.h"
+#include "practice/answer_check.h"
 
 namespace {
 
@@ -38,12 +41,9 @@ QString storyOf(int seed, int entries) {
     const int day = 1 + (seed + e * 7) % 28;
     const int month = 1 + (seed / 3 + e) % 12;
     const QString ans = answers[(seed + e) % answers.size()];
-    s += QStringLiteral("2024-%1-%2 %3:%4")
-             .arg(month, 2, 10, QChar(u'0'))
-             .arg(day, 2, 10, QChar(u'0'))
-             .arg((seed + e) % 24, 2, 10, QChar(u'0'))
-             .arg((seed * 7 + e) % 60, 2, 10, QChar(u'0')) +
-         QString(4 - ans.size(), u' ') + ans;
+    // In UTC every hour of every day exists.
+    const QDateTime when(QDate(2024, month, day), QTime((seed + e) % 24, (seed * 7 + e) % 60), QTimeZone::utc());
+    s += mj::RecordEntry(when, ans);
   }
   return s;
 }

@@ -3,6 +3,7 @@
 // the directory grid.
 
 #include <QDate>
+#include <QDateTime>
 #include <QList>
 #include <QString>
 
@@ -10,13 +11,14 @@
 #include "bank/tables.h"
 #include "platform/dbftable.h"
 #include "platform/vbtext.h"
+#include "practice/answer_check.h"
 #include "support/test_env.h"
 
 namespace mj::test {
 
-// One record entry: "yyyy-mm-dd hh:mm" and the answer right-aligned in 4.
-inline QString StoryEntry(const QDate& day, const QString& answer, const QString& time = QStringLiteral("10:32")) {
-  return day.toString(QStringLiteral("yyyy-MM-dd")) + u' ' + time + Right(QStringLiteral("    ") + answer, 4);
+// One record entry of that day, at 10:32 unless told otherwise.
+inline QString StoryEntry(const QDate& day, const QString& answer, const QTime& time = QTime(10, 32)) {
+  return RecordEntry(QDateTime(day, time), answer);
 }
 
 struct ItemSpec {

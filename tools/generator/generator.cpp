@@ -12,6 +12,7 @@
 #include "platform/dbftable.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
+#include "practice/answer_check.h"
 
 namespace mj::gen {
 
@@ -22,10 +23,6 @@ using mjtools::kPaperGroups;
 using mjtools::kTypeWords;
 
 const int kArticlesPerChapter = 20;
-
-QString Entry(const QDateTime& when, const QString& answer) {
-  return when.toString(QStringLiteral("yyyy-MM-dd hh:mm")) + QStringLiteral("%1").arg(answer, 4);
-}
 
 // A wrong answer of the same kind as the key.
 QString WrongAnswer(const QString& key) {
@@ -205,9 +202,10 @@ class Writer {
     for (const Question& q : qs) {
       ++c.total;
       if (DueWithDefaults(q.story, q.key, today)) ++c.ok;
-      for (int e = 0; e + 20 <= q.story.size(); e += 20) {
+      // Each entry ends with the answer given, right-aligned in 4.
+      for (int e = 0; e + kEntryLength <= q.story.size(); e += kEntryLength) {
         ++c.done;
-        if (q.story.mid(e + 16, 4).trimmed() == q.key) ++c.right;
+        if (q.story.mid(e + kEntryLength - 4, 4).trimmed() == q.key) ++c.right;
       }
     }
     return c;
@@ -448,20 +446,20 @@ QString StoryText(Story shape, int i, const QString& key, const QDate& today) {
     case Story::Never:
       return QStringLiteral("no");
     case Story::OneRight:
-      return Entry(day(-(1 + i % 60)), key);
+      return RecordEntry(day(-(1 + i % 60)), key);
     case Story::WrongThenRight: {
       const int rights = 1 + i % 3;
       QString s;
-      for (int k = 0; k < rights; ++k) s += Entry(day(-(1 + k * 31 + i % 5)), key);  // newest first
-      return s + Entry(day(-(1 + rights * 31 + i % 5)), WrongAnswer(key));
+      for (int k = 0; k < rights; ++k) s += RecordEntry(day(-(1 + k * 31 + i % 5)), key);  // newest first
+      return s + RecordEntry(day(-(1 + rights * 31 + i % 5)), WrongAnswer(key));
     }
     case Story::Eight: {
       QString s;
-      for (int k = 0; k < 8; ++k) s += Entry(day(-(2 + k * 35 + i % 3)), key);
+      for (int k = 0; k < 8; ++k) s += RecordEntry(day(-(2 + k * 35 + i % 3)), key);
       return s;
     }
     case Story::Future:
-      return Entry(day(2 + i % 9), key) + Entry(day(1 + i % 9), key);
+      return RecordEntry(day(2 + i % 9), key) + RecordEntry(day(1 + i % 9), key);
   }
   return QString();
 }
