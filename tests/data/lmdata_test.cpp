@@ -20,11 +20,7 @@ using namespace mj::datatest;
 
 namespace {
 
-#ifdef MJ_LMDATA_PATH
 const QString kLmdata = QStringLiteral(MJ_LMDATA_PATH);
-#else
-const QString kLmdata;
-#endif
 
 // Copies the data package program into folder and runs it there, from
 // another working folder, so that only the place of the program counts.
