@@ -17,12 +17,17 @@ void WriteIcon(const QString& path) {
   img.save(path, "ICO");
 }
 
-void WriteJpeg(const QString& path, int w, int h) {
+namespace {
+
+// A 300 x 200 picture of one colour.
+void WriteJpeg(const QString& path) {
   QDir().mkpath(QFileInfo(path).absolutePath());
-  QImage img(w, h, QImage::Format_RGB32);
+  QImage img(300, 200, QImage::Format_RGB32);
   img.fill(QColor(0x30, 0x50, 0x90));
   img.save(path, "JPG");
 }
+
+}  // namespace
 
 void MakeProgramFolder(const TestEnv& t, const FolderParts& parts) {
   if (parts.yibanti) t.mkdir(u"\\yibanti"_qs);

@@ -22,6 +22,5 @@ struct FolderParts {
 
 void MakeProgramFolder(const TestEnv& t, const FolderParts& parts = {});
 void WriteIcon(const QString& path);
-void WriteJpeg(const QString& path, int w = 300, int h = 200);
 
 }  // namespace mj::test

@@ -1,7 +1,6 @@
 #include "demo_builder.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
