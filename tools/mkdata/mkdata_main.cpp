@@ -31,7 +31,12 @@ int main(int argc, char** argv) {
   }
   if (args.size() == 4) {
     const QByteArray pack = mjpack::Pack(mjpack::ReadTree(args[2]));
-    if (!mj::WriteBytesAtomic(args[3], pack)) {
+    // An archive with the same bytes is left as it is: its unchanged file
+    // time spares the build a new data package program.
+    QFile old(args[3]);
+    const bool same = old.open(QIODevice::ReadOnly) && old.readAll() == pack;
+    old.close();
+    if (!same && !mj::WriteBytesAtomic(args[3], pack)) {
       std::fprintf(stderr, "mkdata: %s 无法写入\n", qUtf8Printable(args[3]));
       return 1;
     }
