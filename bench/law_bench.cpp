@@ -3,9 +3,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QDir>
-#include <QFileInfo>
-
+#include "bench_support.h"
 #include "law/citations.h"
 #include "law/law_extract.h"
 #include "law/law_files.h"
@@ -15,10 +13,7 @@
 
 namespace {
 
-QString RealDataRoot() {
-  const QString d = QDir::cleanPath(QStringLiteral(MJ_REALDATA_DIR));
-  return QFileInfo::exists(d + QStringLiteral("/lawtxt/民法典.mmd")) ? d : QString();
-}
+using mj::bench::RealDataRoot;
 
 // Ten citations over three laws, as a question's answer may carry them.
 const QString kCitations = QStringLiteral(

@@ -5,7 +5,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -15,14 +14,11 @@
 #include <QTemporaryDir>
 #include <cstdio>
 
+#include "bench_support.h"
 #include "law/law_files.h"
 #include "law/law_query.h"
 #include "law/law_query_window.h"
 #include "law/numerals.h"
-#include "platform/clock.h"
-#include "platform/dialogs.h"
-#include "platform/messagebox.h"
-#include "platform/shell.h"
 #include "platform/textfile.h"
 
 namespace {
@@ -30,26 +26,17 @@ namespace {
 const QStringList kLaws{QStringLiteral("宪法"), QStringLiteral("刑法"), QStringLiteral("刑事诉讼法"),
                         QStringLiteral("民法典")};
 
-QString RealDataRoot() {
-  const QString d = QDir::cleanPath(QStringLiteral(MJ_REALDATA_DIR));
-  return QFileInfo::exists(d + QStringLiteral("/lawtxt/民法典.mmd")) ? d : QString();
-}
-
 // A program folder with the four laws and a tree: a group of the four, then
 // 民法典 alone.
 struct Folder {
   QTemporaryDir dir;
-  mj::SystemClock clock;
-  mj::ScriptedBoxes boxes;
-  mj::RecordingShell shell;
-  mj::ScriptedDialogs dialogs;
-  mj::Env env;
+  mj::bench::BenchEnv services{dir.path()};
+  const mj::Env& env = services.env;
   bool ok = false;
 
   Folder() {
-    const QString real = RealDataRoot();
+    const QString real = mj::bench::RealDataRoot();
     if (real.isEmpty() || !dir.isValid()) return;
-    env = mj::Env{dir.path(), &clock, &boxes, &shell, &dialogs};
     QDir().mkpath(dir.path() + QStringLiteral("/lawtxt"));
     QDir().mkpath(dir.path() + QStringLiteral("/ini"));
     QString tree = QStringLiteral("FILE=\"\\lawtxt\\宪法.mmd\"\r\n四部法律\r\n");
@@ -168,11 +155,10 @@ BENCHMARK(BM_OpenMinfadianAndFullText_Cold)->Unit(benchmark::kMillisecond)->UseR
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  QApplication app(argc, argv);
   // The very first open in a fresh process also builds the numeral look-up
   // table once; it is timed here, before anything else has built it.
-  if (TheFolder().ok) {
+  return mj::bench::RunInApplication(argc, argv, [] {
+    if (!TheFolder().ok) return;
     QElapsedTimer t;
     t.start();
     mj::Form6 form(TheFolder().env, nullptr);
@@ -186,9 +172,5 @@ int main(int argc, char** argv) {
     form.query().fullText();
     form.render();
     std::printf("First open of 民法典 with 全文 in a fresh process: %lld ms\n", static_cast<long long>(t.elapsed()));
-  }
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
+  });
 }

@@ -7,7 +7,6 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
-#include <QApplication>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -21,6 +20,7 @@
 #include "bank/bank_text.h"
 #include "bank/item_index.h"
 #include "bank/tables.h"
+#include "bench_support.h"
 #include "generator.h"
 #include "law/law_files.h"
 #include "platform/dbftable.h"
@@ -44,11 +44,6 @@ const QString kCitation = QStringLiteral(
     "参见《刑法》第20条、第133条、第264条、第382-383条《刑事诉讼法》第12条、第81条"
     "《民法典》第143条、第1165条、第577条");
 
-QString RealLawFolder() {
-  const QString d = QDir::cleanPath(QStringLiteral(MJ_REALDATA_DIR "/lawtxt"));
-  return QFileInfo::exists(d + QStringLiteral("/民法典.mmd")) ? d : QString();
-}
-
 // The resident memory in KiB, after the heap gave back what is free: growth
 // then means memory held, not freed blocks kept by the allocator.
 long RssKb() {
@@ -67,10 +62,7 @@ long RssKb() {
 // question is due), and a practice frame over it.
 struct Practice {
   QTemporaryDir dir;
-  FixedClock clock{kNow};
-  ScriptedBoxes boxes;
-  RecordingShell shell;
-  ScriptedDialogs dialogs;
+  bench::BenchEnv services{dir.path(), kNow};
   Settings settings;
   AppState app;
   Directory directory;
@@ -84,7 +76,7 @@ struct Practice {
     sizes.banks = banks;
     sizes.papers = 0;
     if (!gen::Generate(dir.path(), sizes, &error)) return;
-    app.env = Env{dir.path(), &clock, &boxes, &shell, &dialogs};
+    app.env = services.env;
     DbfTable items = DbfTable::open(app.env.path(QStringLiteral("\\dbf\\items.mmd")), DbfTable::Mode::ReadWrite);
     for (int r : items.rows()) items.setText(r, QStringLiteral("story"), QStringLiteral("no"));
     items.close();
@@ -125,9 +117,9 @@ struct Practice {
   // The real statutes in lawtxt, and the answers of the bank of `row` citing
   // ten of their articles.
   bool citeRealLaws(int row) {
-    const QString from = RealLawFolder();
-    if (from.isEmpty()) return false;
-    QDirIterator it(from, {QStringLiteral("*.mmd")}, QDir::Files);
+    const QString real = bench::RealDataRoot();
+    if (real.isEmpty()) return false;
+    QDirIterator it(real + QStringLiteral("/lawtxt"), {QStringLiteral("*.mmd")}, QDir::Files);
     while (it.hasNext()) {
       const QString f = it.next();
       CopyFileOver(f, app.env.path(QStringLiteral("\\lawtxt\\") + QFileInfo(f).fileName()));
@@ -254,11 +246,4 @@ BENCHMARK(BM_Soak10000Answers)->Unit(benchmark::kSecond)->Iterations(1);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  QApplication app(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}
+int main(int argc, char** argv) { return mj::bench::RunInApplication(argc, argv); }
