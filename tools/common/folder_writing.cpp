@@ -3,6 +3,7 @@
 #include <QDir>
 
 #include "bank/tables.h"
+#include "law/law_files.h"
 #include "law/numerals.h"
 #include "platform/vbtext.h"
 
@@ -104,7 +105,7 @@ bool AppendDirectoryRecord(mj::DbfTable& t, const DirectoryRecord& row) {
 }
 
 QString TreeFileLine(const QString& lawName) {
-  return QStringLiteral("FILE=\"\\lawtxt\\") + lawName + QStringLiteral(".mmd\"") + mj::kCrLf;
+  return QStringLiteral("FILE=\"") + mj::LawFileTag(lawName) + u'"' + mj::kCrLf;
 }
 
 }  // namespace mjtools
