@@ -16,7 +16,6 @@
 #include <cstdio>
 #include <memory>
 
-#include "app/text_toolkit.h"
 #include "bank/bank_text.h"
 #include "bank/item_index.h"
 #include "bank/tables.h"
@@ -24,6 +23,7 @@
 #include "generator.h"
 #include "law/law_files.h"
 #include "platform/dbftable.h"
+#include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
 #include "practice/answer_check.h"

@@ -3,8 +3,8 @@
 #include <QFileInfo>
 
 #include "app/startup.h"
-#include "app/text_toolkit.h"
 #include "platform/paths.h"
+#include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
 
@@ -13,8 +13,8 @@ namespace mj {
 void TxtFormat(AppState& app) {
   const Env& env = app.env;
   if (!DirExists(env.path(QStringLiteral("\\法律文书"))) || !DirExists(env.path(QStringLiteral("\\readme")))) {
-    env.msgBox(QStringLiteral("本次点击为第一次使用解压数据包 ") + kCrLf + QStringLiteral("现在已经可以使用助手了。"), 0,
-               QStringLiteral("解压数据包"));
+    env.msgBox(QStringLiteral("本次点击为第一次使用解压数据包 ") + kCrLf + QStringLiteral("现在已经可以使用助手了。"),
+               0, QStringLiteral("解压数据包"));
     const QString package = DataPackageProgram(env);
     if (!package.isEmpty()) env.shell->start(package, {}, WindowMode::Normal);
   }
@@ -55,7 +55,8 @@ void CfgOpenPro(AppState& app) {
   FileDialogRequest r;
   r.title = QStringLiteral("请您自己手工找到要使用的程序，如WPS或WORD或写字板");
   r.initialDir = env.path(QStringLiteral("\\ini"));
-  r.filter = QStringLiteral("可执行文件1(*.exe)|*.exe|可执行文件2 (*.com)") + QStringLiteral("|*.com|所有文件(*.*)|*.*");
+  r.filter =
+      QStringLiteral("可执行文件1(*.exe)|*.exe|可执行文件2 (*.com)") + QStringLiteral("|*.com|所有文件(*.*)|*.*");
   const auto chosen = env.dialogs->openFile(r);
   if (!chosen || chosen->isEmpty()) return;
   if (!IsProgramFile(*chosen)) {

@@ -3,8 +3,8 @@
 // or help pages are missing, opening a format document with the program the
 // user registered, and registering that program.
 
-#include "app/app_state.h"
 #include "app/startup.h"
+#include "practice/app_state.h"
 
 namespace mj {
 

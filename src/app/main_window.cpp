@@ -21,13 +21,13 @@
 #include "app/format_documents.h"
 #include "app/splash_window.h"
 #include "app/startup.h"
-#include "app/text_toolkit.h"
 #include "bank/item_index.h"
 #include "bank/tables.h"
 #include "law/law_query_window.h"
 #include "law/numerals.h"
 #include "platform/desktop_services_widget.h"
 #include "platform/paths.h"
+#include "platform/text_toolkit.h"
 #include "platform/vbtext.h"
 #include "practice/answer_window.h"
 #include "practice/directory_entries.h"
@@ -131,8 +131,10 @@ void Form1::buildMenu() {
   connect(ChaJuan, &QAction::triggered, this, [this] { openDirectory(DirectoryMode::ChaJuan); });
 
   connect(HelpGuess, &QAction::triggered, this, [this] {
-    env().msgBox(QStringLiteral("如果您在做题时先点一下“也许是……”则程序会作出记录，并按时期、对、错进行分类，将来您可以有条件的进行复习。"), 0,
-                 QStringLiteral("模糊题功能说明"));
+    env().msgBox(
+        QStringLiteral(
+            "如果您在做题时先点一下“也许是……”则程序会作出记录，并按时期、对、错进行分类，将来您可以有条件的进行复习。"),
+        0, QStringLiteral("模糊题功能说明"));
   });
   connect(Help4New, &QAction::triggered, this,
           [this] { ShellOpen(env(), env().path(QStringLiteral("\\readme\\autonewer.htm"))); });
@@ -145,8 +147,9 @@ void Form1::buildMenu() {
   });
   connect(HelpWeb, &QAction::triggered, this, [this] { ShellOpen(env(), supportSite()); });
   connect(HelpYou, &QAction::triggered, this, [this] {
-    env().msgBox(QStringLiteral("    你可以在每个界面上按F1功能键调出当") + kCrLf + QStringLiteral("前界面的详细说明，注意，带有“●”号的") +
-                 kCrLf + QStringLiteral("功能在界面里不能直接看出来，为必看项。"));
+    env().msgBox(QStringLiteral("    你可以在每个界面上按F1功能键调出当") + kCrLf +
+                 QStringLiteral("前界面的详细说明，注意，带有“●”号的") + kCrLf +
+                 QStringLiteral("功能在界面里不能直接看出来，为必看项。"));
   });
   connect(MmExit, &QAction::triggered, this, &QWidget::close);
 }
@@ -358,10 +361,10 @@ Form1::LoadOutcome Form1::load() {
   step(4);
   app_.TypeTitle = MakeTypeTitle();
   app_.NumeralTable = QStringList(2001);
-  // 5. \ini
+  // 5. The settings folder \ini is made when it is missing.
   step(5);
   if (!DirExists(e.path(QStringLiteral("\\ini")))) MakeDir(e.path(QStringLiteral("\\ini")));
-  // 6.
+  // 6. A normal start.
   step(6);
   app_.RunState = runstate::kNormal;
   // 7. The program for format documents.
@@ -448,8 +451,10 @@ void Form1::showNotices() {
     l->setToolTip(n.toolTip);
     l->setVisible(n.visible());
     l->setStyleSheet(QStringLiteral("color: %1").arg(ColorOf(n.color).name()));
-    if (!n.link.isEmpty()) l->setCursor(linkCursor);
-    else l->unsetCursor();
+    if (!n.link.isEmpty())
+      l->setCursor(linkCursor);
+    else
+      l->unsetCursor();
   }
 }
 

@@ -8,9 +8,9 @@
 #include <functional>
 #include <memory>
 
-#include "app/app_state.h"
 #include "log/news.h"
 #include "platform/dbftable.h"
+#include "practice/app_state.h"
 
 class QAction;
 class QLabel;
@@ -112,19 +112,19 @@ class Form1 : public QMainWindow {
   // Start page.
   QWidget* startPage = nullptr;
   QLabel* Picture1 = nullptr;
-  QLabel* Label12 = nullptr;    // the slogan
-  QList<QLabel*> Label14;       // notices 0..24
+  QLabel* Label12 = nullptr;  // the slogan
+  QList<QLabel*> Label14;     // notices 0..24
   // Grid face.
   QWidget* gridPage = nullptr;
   DirectoryGrid* MSFlexGrid1 = nullptr;  // directory of banks
-  QTableWidget* MSFlexGrid2 = nullptr;  // lists of days and questions
-  QLabel* Label7 = nullptr;             // text while a count runs
+  QTableWidget* MSFlexGrid2 = nullptr;   // lists of days and questions
+  QLabel* Label7 = nullptr;              // text while a count runs
   QProgressBar* ProgressBar1 = nullptr;
   // Practice face.
   QWidget* practicePage = nullptr;
-  QList<QWidget*> Frame1;  // frames of the client area; index 3 is the practice frame
+  QList<QWidget*> Frame1;             // frames of the client area; index 3 is the practice frame
   PracticeFrame* practice = nullptr;  // Frame1(3), the practice frame with its run
-  QTextEdit* Text3 = nullptr;  // the question box
+  QTextEdit* Text3 = nullptr;         // the question box
 
   QTimer* Timer1 = nullptr;  // one second, while the program runs
   Form8* splash() const { return splash_; }

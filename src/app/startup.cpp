@@ -1,9 +1,9 @@
 #include "app/startup.h"
 
-#include "app/text_toolkit.h"
 #include "bank/item_index.h"
 #include "bank/tables.h"
 #include "platform/paths.h"
+#include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
 
@@ -27,7 +27,8 @@ QString IconFile(const Env& env) {
 QString ReadWenShuProgram(const Env& env) { return FirstValueOf(ReadText(env.path(kWenShuFile))); }
 
 QStringList MakeTypeTitle() {
-  return {QString(), QStringLiteral("一、单项选择题"), QStringLiteral("二、多项选择题"), QStringLiteral("三、任意选择题")};
+  return {QString(), QStringLiteral("一、单项选择题"), QStringLiteral("二、多项选择题"),
+          QStringLiteral("三、任意选择题")};
 }
 
 void LoadQuestionIndex(AppState& app) {
@@ -45,8 +46,8 @@ CloseDecision CloseRequest(AppState& app) {
     PrependToTodayFile(env, QStringLiteral("\\更新的题"), app.UpdatedIds);
   }
   if (app.StartedOk) {
-    if (env.msgBox(QStringLiteral("真的不玩儿啦？") + kCrLf + kCrLf + QStringLiteral("     :-)"), box::YesNo | box::Question,
-                   QStringLiteral("请你确认")) == box::No)
+    if (env.msgBox(QStringLiteral("真的不玩儿啦？") + kCrLf + kCrLf + QStringLiteral("     :-)"),
+                   box::YesNo | box::Question, QStringLiteral("请你确认")) == box::No)
       return CloseDecision::Cancel;
   }
   if (app.HasIndex) {

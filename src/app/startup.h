@@ -5,7 +5,7 @@
 
 #include <QString>
 
-#include "app/app_state.h"
+#include "practice/app_state.h"
 
 namespace mj {
 

@@ -2,8 +2,8 @@
 
 #include <QRandomGenerator>
 
-#include "app/text_toolkit.h"
 #include "bank/item_index.h"
+#include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
 

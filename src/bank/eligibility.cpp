@@ -2,10 +2,10 @@
 
 #include <QHash>
 
-#include "app/text_toolkit.h"
 #include "platform/dbftable.h"
 #include "platform/events.h"
 #include "platform/paths.h"
+#include "platform/text_toolkit.h"
 #include "platform/vbtext.h"
 
 namespace mj {

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "app/text_toolkit.h"
 #include "bank/tables.h"
 #include "law/char_places.h"
 #include "law/law_extract.h"
 #include "law/law_files.h"
 #include "law/law_text.h"
+#include "platform/text_toolkit.h"
 #include "platform/vbtext.h"
 
 namespace mj {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "app/text_toolkit.h"
 #include "law/law_files.h"
 #include "law/law_text.h"
 #include "law/numerals.h"
+#include "platform/text_toolkit.h"
 #include "platform/vbtext.h"
 
 namespace mj {

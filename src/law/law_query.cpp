@@ -2,7 +2,6 @@
 
 #include <QDir>
 
-#include "app/text_toolkit.h"
 #include "bank/tables.h"
 #include "law/citations.h"
 #include "law/law_extract.h"
@@ -12,6 +11,7 @@
 #include "platform/dbftable.h"
 #include "platform/inifile.h"
 #include "platform/paths.h"
+#include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
 

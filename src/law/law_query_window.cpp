@@ -19,9 +19,9 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
-#include "app/text_toolkit.h"
 #include "law/keypad_window.h"
 #include "law/text_places.h"
+#include "platform/text_toolkit.h"
 
 namespace mj {
 

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "app/text_toolkit.h"
 #include "law/char_places.h"
 #include "law/law_files.h"
 #include "law/law_search.h"
 #include "law/numerals.h"
+#include "platform/text_toolkit.h"
 #include "platform/vbtext.h"
 
 namespace mj {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/text_toolkit.h"
+#include "platform/text_toolkit.h"
 
 namespace mj {
 

@@ -1,8 +1,8 @@
 #include "log/news.h"
 
-#include "app/text_toolkit.h"
 #include "platform/inifile.h"
 #include "platform/paths.h"
+#include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
 

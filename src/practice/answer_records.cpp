@@ -1,8 +1,8 @@
 #include "practice/answer_records.h"
 
-#include "app/text_toolkit.h"
 #include "platform/dbftable.h"
 #include "platform/paths.h"
+#include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
 

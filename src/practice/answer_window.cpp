@@ -12,7 +12,7 @@
 #include <QTextEdit>
 #include <QVBoxLayout>
 
-#include "app/text_toolkit.h"
+#include "platform/text_toolkit.h"
 #include "settings/text_style_widget.h"
 
 namespace mj {

@@ -1,9 +1,9 @@
 #include "practice/directory.h"
 
-#include "app/text_toolkit.h"
 #include "bank/bank_text.h"
 #include "platform/dbftable.h"
 #include "platform/paths.h"
+#include "platform/text_toolkit.h"
 #include "platform/vbtext.h"
 
 namespace mj {

@@ -50,7 +50,7 @@ bool EnterDirectory(AppState& app, DirectoryMode mode, DirectoryEntryUi& ui, Sch
     app.AddNum = 1;
     app.PassDays = -10;
   }
-  // 8.
+  // 8. The practice frames are hidden under the grid.
   ui.hideFrames();
   // 9. The count of due questions: the internal bank once a day, the papers
   // every time.
@@ -76,7 +76,7 @@ bool EnterDirectory(AppState& app, DirectoryMode mode, DirectoryEntryUi& ui, Sch
   directory.load(app.DataFolder, app.FaceTable);
   ui.hideCounting();
   directory.show(format);
-  // 11.
+  // 11. The grid shows the directory.
   ui.showDirectory(directory);
   ui.setWaitCursor(false);
   return true;

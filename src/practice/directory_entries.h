@@ -8,8 +8,8 @@
 
 #include <QString>
 
-#include "app/app_state.h"
 #include "bank/eligibility.h"
+#include "practice/app_state.h"
 #include "practice/directory.h"
 
 namespace mj {

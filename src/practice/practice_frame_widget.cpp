@@ -10,7 +10,7 @@
 #include <QTextEdit>
 #include <QVBoxLayout>
 
-#include "app/text_toolkit.h"
+#include "platform/text_toolkit.h"
 #include "practice/answer_check.h"
 #include "practice/answer_window.h"
 #include "practice/practice_texts.h"

@@ -14,8 +14,8 @@
 #include <functional>
 #include <memory>
 
-#include "app/app_state.h"
 #include "practice/answer_keys.h"
+#include "practice/app_state.h"
 #include "practice/practice_session.h"
 
 class QCheckBox;

@@ -1,9 +1,9 @@
 #include "practice/practice_session.h"
 
-#include "app/text_toolkit.h"
 #include "bank/item_index.h"
 #include "law/citations.h"
 #include "platform/messagebox.h"
+#include "platform/text_toolkit.h"
 #include "platform/vbtext.h"
 #include "practice/answer_check.h"
 #include "practice/answer_records.h"
@@ -102,15 +102,15 @@ void PracticeSession::beginRun() {
     view_.IniObjInFrame1_3();
     r.FrameReady = true;
   }
-  // 10.
+  // 10. The answer buttons that fit the question type.
   view_.PutFrame6Cmd(r.CurType);
-  // 11.
+  // 11. The run's clocks start from zero.
   r.RunSeconds = 0;
   r.QuestionSeconds = 0;
   r.PrevQuestionSeconds = 0;
   // 12. The bank file.
   r.BankText = r.BankFile.loadFor(env(), r.CurItemId);
-  // 13.
+  // 13. The practice frame comes up.
   view_.showFrame(true);
   // 14. The question, its answer field, the law text made in advance.
   const QuestionFields q = FieldsOf(r.BankText, r.CurNum, r.ProviderInfo);
@@ -121,7 +121,7 @@ void PracticeSession::beginRun() {
   updateMoveButtons();
   // The labels at once, not only at the next tick of the clock.
   showLabels();
-  // 15.
+  // 15. The keys go to the frame; the directory grid goes.
   view_.focusFrame();
   view_.showDirectoryGrid(false);
 }
@@ -191,7 +191,7 @@ void PracticeSession::Frame3Cmd_Click(int index) {
 
 void PracticeSession::endRun() {
   PracticeRun& r = run();
-  // 1.
+  // 1. The practice frame goes.
   view_.showFrame(false);
   // 2. Back to the law query.
   if (r.FromLawQuery) {
@@ -209,7 +209,7 @@ void PracticeSession::endRun() {
     view_.showListGrid(true);
     return;
   }
-  // 4.
+  // 4. The clock stops; the directory grid comes back.
   r.TimerRunning = false;
   view_.hideFrames();
   view_.showDirectoryGrid(true);
@@ -219,13 +219,13 @@ void PracticeSession::endRun() {
     d->addRunCounters(r.GridRow, r.RunSeconds, r.DoneInRun, r.RightInRun, r.OutInRun, r.RunStatText);
     view_.refreshDirectory();
   }
-  // 8.
+  // 8. The run's counters start again for the next run.
   r.DoneInRun = 0;
   r.RightInRun = 0;
   // 9. The directory table (the day lists returned above).
   AltDbfData(app_.DataFolder, app_.FaceTable, r.RunStatText, r.RunSeconds, r.OutInRun);
   r.RunStatText.clear();
-  // 10.
+  // 10. The directory grid again, when it has rows.
   if (d && !d->GetText(1, kColLabel).isEmpty()) {
     view_.showDirectoryGrid(true);
     view_.showFrame(false);
@@ -246,9 +246,9 @@ void PracticeSession::Frame6BigOrSmallCmd_Click(int index) {
 void PracticeSession::Command2_Click(int index) {
   PracticeRun& r = run();
   const QString caption = AnswerCaptions().value(index);
-  // 1.
+  // 1. The answer boxes are emptied.
   view_.clearAnswerBoxes();
-  // 2.
+  // 2. Nothing to check outside the list.
   if (r.CurIndex < 1 || r.CurIndex > r.count()) return;
   // 3. The key from the question's own text.
   const QString key = Order(AnswerLetters(r.AnswerField));
@@ -275,9 +275,9 @@ void PracticeSession::Command2_Click(int index) {
     }
     r.tableKey = item.answer;
   }
-  // 8.
+  // 8. The last attempt, for the wording of the outcome.
   const LastAttempt last{lastAnswer, lastAnswer.isEmpty() || SameAnswer(lastAnswer, key)};
-  // 9.
+  // 9. The exchange number shown with the answer.
   view_.setExchangeNumber(u'*' + id + u'*');
   // 10, 11. The run's counters; a question is finished when the record with
   // this attempt on top is no longer due.
@@ -285,7 +285,8 @@ void PracticeSession::Command2_Click(int index) {
     r.DoneInRun += 1;
     if (!IsOkItem(r.NewStory, CurrentSchedule(app_), r.tableKey)) r.OutInRun += 1;
   }
-  // 12, 13.
+  // 12, 13. A right answer counts towards the run (not in a run from the
+  // law query).
   const bool isWrong = !SameAnswer(caption, key);
   if (!isWrong && !r.FromLawQuery) r.RightInRun += 1;
   // 14. The run's clock stops until the text changes again.
@@ -326,13 +327,13 @@ void PracticeSession::Command2_Click(int index) {
 
 void PracticeSession::Timer1_Timer() {
   PracticeRun& r = run();
-  // 1, 2.
+  // 1, 2. The top label and the move buttons follow the place in the list.
   view_.setTopLabel(TopLabelText(r.FromLawQuery, r.RunTitle, r.count(), r.CurIndex));
   updateMoveButtons();
-  // 3.
+  // 3. Both clocks run on; the run clock only while the text was changed.
   r.QuestionSeconds += 1;
   if (r.TimerRunning) r.RunSeconds += 1;
-  // 4.
+  // 4. The clock label.
   view_.setClockLabel(ClockText(env().now(), r.RunSeconds, r.QuestionSeconds));
 }
 

@@ -17,7 +17,7 @@
 
 #include <QString>
 
-#include "app/app_state.h"
+#include "practice/app_state.h"
 #include "practice/directory.h"
 #include "practice/practice_run.h"
 

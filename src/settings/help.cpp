@@ -1,7 +1,7 @@
 #include "settings/help.h"
 
-#include "app/text_toolkit.h"
 #include "platform/paths.h"
+#include "platform/text_toolkit.h"
 #include "platform/vbtext.h"
 
 namespace mj {

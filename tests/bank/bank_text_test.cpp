@@ -6,7 +6,7 @@
 #include <QFile>
 #include <QSet>
 
-#include "app/text_toolkit.h"
+#include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 #include "support/test_env.h"
 

@@ -14,11 +14,11 @@
 #include <QSet>
 #include <algorithm>
 
-#include "app/text_toolkit.h"
 #include "bank/tables.h"
 #include "data_test_util.h"
 #include "platform/inifile.h"
 #include "platform/paths.h"
+#include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
 #include "support/test_env.h"

@@ -12,7 +12,6 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
-#include "app/text_toolkit.h"
 #include "bank/bank_text.h"
 #include "bank/eligibility.h"
 #include "bank/item_index.h"
@@ -25,6 +24,7 @@
 #include "platform/dbftable.h"
 #include "platform/inifile.h"
 #include "platform/paths.h"
+#include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
 #include "support/test_env.h"

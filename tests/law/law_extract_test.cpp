@@ -4,11 +4,11 @@
 
 #include <QRandomGenerator>
 
-#include "app/text_toolkit.h"
 #include "law/citations.h"
 #include "law/law_text.h"
 #include "law/numerals.h"
 #include "law_samples.h"
+#include "platform/text_toolkit.h"
 #include "platform/vbtext.h"
 #include "support/printers.h"
 

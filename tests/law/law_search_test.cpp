@@ -4,7 +4,7 @@
 
 #include <QRandomGenerator>
 
-#include "app/text_toolkit.h"
+#include "platform/text_toolkit.h"
 #include "platform/vbtext.h"
 #include "support/printers.h"
 

@@ -4,9 +4,9 @@
 
 #include <QRandomGenerator>
 
-#include "app/text_toolkit.h"
 #include "law/law_files.h"
 #include "law_samples.h"
+#include "platform/text_toolkit.h"
 #include "platform/vbtext.h"
 #include "support/printers.h"
 #include "support/test_env.h"

@@ -8,12 +8,12 @@
 #include <QMap>
 #include <QRegularExpression>
 
-#include "app/text_toolkit.h"
 #include "law/citations.h"
 #include "law/law_extract.h"
 #include "law/law_files.h"
 #include "law/law_text.h"
 #include "law/numerals.h"
+#include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
 #include "support/printers.h"

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "app/text_toolkit.h"
 #include "bank/tables.h"
 #include "platform/dbftable.h"
 #include "platform/paths.h"
+#include "platform/text_toolkit.h"
 #include "support/test_env.h"
 
 using namespace mj;

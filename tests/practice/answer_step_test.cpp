@@ -11,9 +11,9 @@
 #include <QPushButton>
 #include <QTextEdit>
 
-#include "app/text_toolkit.h"
 #include "law/citations.h"
 #include "law/law_files.h"
+#include "platform/text_toolkit.h"
 #include "practice/answer_check.h"
 #include "practice_harness.h"
 

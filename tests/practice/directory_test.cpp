@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/text_toolkit.h"
+#include "platform/text_toolkit.h"
 #include "platform/vbtext.h"
 #include "support/directory_tables.h"
 #include "support/printers.h"

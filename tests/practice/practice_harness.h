@@ -14,13 +14,13 @@
 #include <QWidget>
 #include <memory>
 
-#include "app/app_state.h"
 #include "bank/item_index.h"
 #include "bank/tables.h"
 #include "platform/dbftable.h"
 #include "platform/vbtext.h"
 #include "practice/answer_check.h"
 #include "practice/answer_window.h"
+#include "practice/app_state.h"
 #include "practice/directory.h"
 #include "practice/practice_frame_widget.h"
 #include "settings/settings.h"

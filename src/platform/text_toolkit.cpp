@@ -1,4 +1,4 @@
-#include "app/text_toolkit.h"
+#include "platform/text_toolkit.h"
 
 #include "platform/events.h"
 #include "platform/paths.h"
@@ -86,9 +86,7 @@ QString CutMarkedBlock(QString& text, const QString& marker) {
 }
 
 namespace {
-qsizetype lastSeparator(const QString& path) {
-  return std::max(path.lastIndexOf(u'\\'), path.lastIndexOf(u'/'));
-}
+qsizetype lastSeparator(const QString& path) { return std::max(path.lastIndexOf(u'\\'), path.lastIndexOf(u'/')); }
 }  // namespace
 
 QString FileNameOf(const QString& path) {

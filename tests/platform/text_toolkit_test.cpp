@@ -1,6 +1,7 @@
+#include "platform/text_toolkit.h"
+
 #include <gtest/gtest.h>
 
-#include "app/text_toolkit.h"
 #include "platform/textfile.h"
 #include "support/test_env.h"
 
