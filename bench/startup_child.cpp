@@ -5,10 +5,12 @@
 #include <cstdio>
 
 #include "app/program_window.h"
+#include "platform/qt_translations.h"
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
   if (argc < 2) return 2;
+  mj::InstallChineseQtTexts(app);  // as the program does
   return mj::RunProgram(QString::fromLocal8Bit(argv[1]), [] {
     std::puts("shown");
     std::fflush(stdout);
