@@ -141,7 +141,9 @@ LawTextPtr LoadLawFile(const QString& path) {
       return it->law;
     }
   }
-  auto law = std::make_shared<const LawText>(ReadLawFile(real));
+  // The end mark of a law is never shown, so it leaves the text as it is read:
+  // whole law, articles cut from it and text searches alike never see it.
+  auto law = std::make_shared<const LawText>(WithoutEndMark(ReadLawFile(real)));
   std::lock_guard lock(cache.mutex);
   CacheEntry& e = cache.entries[key];
   e.modified = modified;

@@ -55,7 +55,8 @@ bool LawFileExists(const Env& env, const QString& name);
 
 // The text of a file decoded as law files are; empty when it cannot be read.
 QString ReadLawFile(const QString& path);
-// The law file at path through the cache; null when it does not exist.
+// The law file at path through the cache, without its end mark (which is
+// never shown); null when it does not exist.
 LawTextPtr LoadLawFile(const QString& path);
 // The law file of name; null when the name is not plain or the file is missing.
 LawTextPtr LoadLawByName(const Env& env, const QString& name);

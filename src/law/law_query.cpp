@@ -100,7 +100,7 @@ QString GetOneLawItem(const Env& env, const QString& title, const QString& file,
     const QString find = Trim(findText);
     if (!find.isEmpty()) text = ReplaceAll(text, find, QStringLiteral("【") + find + QStringLiteral("】"));
   }
-  if (text.contains(kEndMark)) text = ReplaceAll(text, kEndMark, QString());
+  text = WithoutEndMark(text);
   if (text.isEmpty()) return QString();
   return title + kCrLf + text;
 }

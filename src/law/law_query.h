@@ -33,7 +33,6 @@ inline const QString kArticleBoxPrompt = QStringLiteral("在这里输入法条�
 inline const QString kRelatedIdle = QStringLiteral("相关试题");
 inline const QString kLookingAtTemp = QStringLiteral("在看临时文本");
 inline const QString kEmphasesFile = QStringLiteral("\\ini\\emphases.ini");
-inline const QString kEndMark = QStringLiteral("----<全文完>----");
 
 // The message for a law file that is missing.
 QString MissingLawFileText(const QString& path);

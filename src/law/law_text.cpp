@@ -284,6 +284,35 @@ QString NoCrLf(const QString& text) {
   return t;
 }
 
+QString WithoutEndMark(const QString& text) {
+  if (!text.contains(kLawEndMark)) return text;
+  const auto blank = [](QChar c) { return c == u' ' || c == u'\t' || c == kIdeoBlank.at(0); };
+  QString t = text;
+  for (qsizetype at = t.indexOf(kLawEndMark); at >= 0; at = t.indexOf(kLawEndMark, at)) {
+    const qsizetype lineStart = at == 0 ? 0 : t.lastIndexOf(u'\n', at - 1) + 1;
+    const qsizetype lf = t.indexOf(u'\n', at);
+    qsizetype contentEnd = lf < 0 ? t.size() : lf;
+    if (contentEnd > at + kLawEndMark.size() && t.at(contentEnd - 1) == u'\r') --contentEnd;
+    bool alone = true;
+    for (qsizetype i = lineStart; i < at && alone; ++i) alone = blank(t.at(i));
+    for (qsizetype i = at + kLawEndMark.size(); i < contentEnd && alone; ++i) alone = blank(t.at(i));
+    if (!alone) {
+      t.remove(at, kLawEndMark.size());
+    } else if (lf >= 0) {
+      t.remove(lineStart, lf + 1 - lineStart);
+      at = lineStart;
+    } else {
+      // The last line goes together with the line break in front of it.
+      qsizetype from = lineStart;
+      if (from > 0 && t.at(from - 1) == u'\n') --from;
+      if (from > 0 && t.at(from - 1) == u'\r') --from;
+      t.truncate(from);
+      at = from;
+    }
+  }
+  return t;
+}
+
 int LawTypeOfName(const Env& env, const QString& fragment) {
   const QString f = NoCrLf(fragment);
   if (Len(f) <= 3) return 0;

@@ -19,6 +19,8 @@ namespace mj {
 inline const QString kIdeoBlank = QStringLiteral("　");  // U+3000
 inline const QString kLawIndent = QStringLiteral("　　");
 inline const QString kFullPoint = QStringLiteral("．");  // U+FF0E
+// The mark that may close a law text. It is never shown to the user.
+inline const QString kLawEndMark = QStringLiteral("----<全文完>----");
 
 // The indent of a text: two ideographic blanks when the text holds them
 // anywhere, else the empty text.
@@ -53,6 +55,11 @@ QString CutItemTail(const QString& text, int type);
 
 // Removes every CR and LF.
 QString NoCrLf(const QString& text);
+
+// The text without its end marks. A mark that stands alone on its line (with
+// blanks or an indent around it) takes its whole line along, line break
+// included, so that no empty indented line is left where it stood.
+QString WithoutEndMark(const QString& text);
 
 // The type of the law named by the first 《...》 of a fragment; 0 when the
 // fragment is 3 characters or shorter or the law file is missing.

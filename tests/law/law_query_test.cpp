@@ -301,13 +301,68 @@ TEST_F(LawQueryTest, OneCharacterOverAWholeGroup) {
   EXPECT_TRUE(te.boxes.shown().isEmpty());
 }
 
-TEST_F(LawQueryTest, TheEndMarkIsNeverShown) {
-  te.writeGbk(u"\\lawtxt\\示例法.mmd"_qs, test::ArticleLaw(kSampleLast) + u"\r\n　　----<全文完>----"_qs);
-  ClearLawCache();
+// The law file closed by the end mark on a line of its own, as the tools that
+// write law texts leave it.
+class EndMarkTest : public LawQueryTest {
+ protected:
+  EndMarkTest() {
+    te.writeGbk(u"\\lawtxt\\示例法.mmd"_qs, test::ArticleLaw(kSampleLast) + u"\r\n　　----<全文完>----\r\n"_qs);
+    ClearLawCache();
+  }
+  // Neither the mark nor the indented empty line it stood on.
+  static void expectClean(const QString& view) {
+    EXPECT_FALSE(view.contains(u"全文完"_qs)) << view.right(80).toStdString();
+    EXPECT_FALSE(view.contains(u"\r\n　　\r\n"_qs)) << view.right(80).toStdString();
+    EXPECT_FALSE(view.endsWith(u"　　"_qs)) << view.right(80).toStdString();
+  }
+  const QString lastArticle = u"　　第二十五条 本法自公布之日起施行。"_qs;
+};
+
+TEST_F(EndMarkTest, TheTreeClickShowsTheLawWithoutIt) {
+  pick(u"《示例法》"_qs);
+  expectClean(q->view);
+  EXPECT_EQ(q->view, test::ArticleLaw(kSampleLast) + u"\r\n"_qs);
+  EXPECT_EQ(q->itemCount(), kSampleLast);
+}
+
+TEST_F(EndMarkTest, TheWholeTextShowsNoMark) {
+  pick(u"《示例法》"_qs);
+  numbers(u"3"_qs);
+  q->fullText();
+  expectClean(q->view);
+  EXPECT_TRUE(q->view.endsWith(u"本法自公布之日起施行。\r\n"_qs));
+}
+
+TEST_F(EndMarkTest, AQueryReachingTheLastArticleShowsNoMark) {
+  pick(u"《示例法》"_qs);
+  numbers(u"24-25"_qs);
+  expectClean(q->view);
+  EXPECT_EQ(q->view, Articles({24, 25}));
+}
+
+TEST_F(EndMarkTest, ATextSearchLeavesNoEmptyLineBehind) {
   pick(u"《示例法》"_qs);
   search(u"施行"_qs);
-  EXPECT_FALSE(q->view.contains(u"全文完"_qs)) << (q->view).toStdString();
-  EXPECT_TRUE(q->view.contains(u"本法自公布之日起【施行】。"_qs));
+  expectClean(q->view);
+  EXPECT_EQ(q->view, u"《示例法》\r\n　　第二十五条　本法自公布之日起【施行】。\r\n\r\n\r\n"_qs);
+  // The mark itself is found nowhere.
+  search(u"全文完"_qs);
+  EXPECT_EQ(q->view, u"没有含  全文完  的法条。"_qs);
+}
+
+TEST_F(EndMarkTest, OpeningTheLawFromAnAnswerShowsNoMark) {
+  q->openLawAt(u"示例法"_qs, u"第二十五条"_qs);
+  expectClean(q->view);
+  ASSERT_TRUE(q->caretRequest);
+  EXPECT_EQ(q->view.mid(q->caretRequest->position, lastArticle.size()), lastArticle);
+  EXPECT_TRUE(q->view.endsWith(u"本法自公布之日起施行。\r\n"_qs));
+}
+
+TEST_F(EndMarkTest, AMarkInsideALineLeavesTheRestOfTheLine) {
+  te.writeGbk(u"\\lawtxt\\示例法.mmd"_qs, test::ArticleLaw(kSampleLast) + u"(完)----<全文完>----"_qs);
+  ClearLawCache();
+  pick(u"《示例法》"_qs);
+  EXPECT_EQ(q->view, test::ArticleLaw(kSampleLast) + u"(完)"_qs);
 }
 
 TEST_F(LawQueryTest, OnlyBlanksFindEveryArticle) {

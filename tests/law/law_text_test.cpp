@@ -410,6 +410,18 @@ TEST(GetLawNamesIn, NamesNotKnownYet) {
   EXPECT_EQ(GetLawNamesIn(QString(), QString()), QString());
 }
 
+TEST(WithoutEndMark, TheMarkGoesWithItsLine) {
+  const QString law = u"示例法\r\n　　第一条 内容。"_qs;
+  EXPECT_EQ(WithoutEndMark(law), law);
+  EXPECT_EQ(WithoutEndMark(law + u"\r\n　　----<全文完>----"_qs), law);
+  EXPECT_EQ(WithoutEndMark(law + u"\r\n　　----<全文完>----\r\n"_qs), law + u"\r\n"_qs);
+  EXPECT_EQ(WithoutEndMark(law + u"\r\n ----<全文完>----　\r\n　　附件\r\n"_qs), law + u"\r\n　　附件\r\n"_qs);
+  EXPECT_EQ(WithoutEndMark(u"----<全文完>----"_qs), QString());
+  // Inside a line only the mark itself goes.
+  EXPECT_EQ(WithoutEndMark(law + u"----<全文完>----"_qs), law);
+  EXPECT_EQ(WithoutEndMark(u"甲----<全文完>----乙\r\n----<全文完>----\r\n----<全文完>----"_qs), u"甲乙"_qs);
+}
+
 TEST(LineEndAt, EndOfTheLineHoldingThePosition) {
   EXPECT_EQ(LineEndAt(QString(), 5), 1);
   const QString t = u"ab\r\ncd\r\nef"_qs;

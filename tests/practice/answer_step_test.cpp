@@ -205,6 +205,18 @@ TEST(AnswerStep, ALawTextOfTwoArticles) {
                            kArticle2 + u"\r\n"_qs + kArticle3 + u"\r\n"_qs);
 }
 
+TEST(AnswerStep, TheLastArticleIsShownWithoutTheEndMark) {
+  PracticeHarness h;
+  h.t.writeGbk(u"\\lawtxt\\示例法.mmd"_qs, pt::kLawText + u"\r\n　　----<全文完>----\r\n"_qs);
+  ClearLawCache();
+  h.enterShiTi();
+  ASSERT_TRUE(h.session().startFromDirectory(2));
+  h.frame->Frame3Cmd[2]->click();
+  h.frame->Frame3Cmd[2]->click();
+  h.answer(u"C"_qs);
+  EXPECT_EQ(h.lower(), u"恭喜你，你做对了。\r\n\r\n答案：C参见《示例法》第3条\r\n"_qs + kArticle3 + u"\r\n"_qs);
+}
+
 TEST(AnswerStep, AMissingLawFileIsNamed) {
   PracticeHarness h;
   h.enterShiTi();
