@@ -376,12 +376,15 @@ void LawQuery::clickNode(int i) {
     law_.reset();
     Text1Enabled = false;
   }
-  const QString path = LawTagPath(env_, node.tag);
-  if (path.isEmpty() || !FileExists(path)) {
-    env_.msgBox(MissingLawFileText(path.isEmpty() ? env_.path(node.tag) : path), box::Exclamation);
-    return;
-  }
+  // Only a law has a file to show. A group shows no law text, so it is chosen
+  // whatever file line stands above it, or none: trees of older data folders
+  // have groups without one.
   if (!group) {
+    const QString path = LawTagPath(env_, node.tag);
+    if (path.isEmpty() || !FileExists(path)) {
+      env_.msgBox(MissingLawFileText(path.isEmpty() ? env_.path(node.tag) : path), box::Exclamation);
+      return;
+    }
     law_ = LoadLawFile(path);
   }
   Command5Enabled = false;

@@ -126,14 +126,37 @@ TEST_F(LawQueryTest, AMissingLawFileIsToldAndTheClickEnds) {
 TEST_F(LawQueryTest, ATreeWithoutFileLinesNamesNoFile) {
   te.writeGbk(u"\\ini\\shijuan.mmd"_qs, test::TreeText({u"试卷一"_qs, u"    《示例法》"_qs}));
   q->loadTree(LawTreeOrder::Paper);
+  // The law has no file: it is said, and the click ends.
   q->clickNode(2);
-  q->clickNode(1);
-  EXPECT_EQ(boxTexts(), QStringList(2, u"法律/法规文件"_qs + te.path(QString()) + u"不存在。"_qs));
+  EXPECT_EQ(boxTexts(), QStringList(1, u"法律/法规文件"_qs + te.path(QString()) + u"不存在。"_qs));
   EXPECT_EQ(q->Label3, u"准备查询:"_qs);
+  // The group is chosen all the same: it shows no law text of its own.
+  q->clickNode(1);
+  EXPECT_TRUE(te.boxes.shown().isEmpty());
+  EXPECT_EQ(q->Label3, u"将要查询 试卷一"_qs);
+  EXPECT_FALSE(q->Command4Enabled);
+  EXPECT_FALSE(q->Text1Enabled);
+  EXPECT_EQ(q->view,
+            u"你现在选择的不是单个法律，所以不能使用“全文”按钮，也不能按条查询，只能按包含字符串方式查询。"_qs);
   // A query then ends in one of the texts for an empty result.
   search(u"盗窃"_qs);
   EXPECT_EQ(q->view, u"没有含  盗窃  的法条。"_qs);
   EXPECT_TRUE(te.boxes.shown().isEmpty());
+}
+
+TEST_F(LawQueryTest, AGroupWhoseFileIsMissingIsChosen) {
+  // The file line above a group names a file that is gone; its laws have
+  // theirs.
+  te.writeGbk(u"\\ini\\shijuan.mmd"_qs,
+              test::TreeText({u"FILE=\"\\lawtxt\\旧目录.mmd\""_qs, u"试卷一"_qs, u"FILE=\"\\lawtxt\\示例法.mmd\""_qs,
+                              u"    《示例法》"_qs}));
+  q->loadTree(LawTreeOrder::Paper);
+  q->clickNode(1);
+  EXPECT_TRUE(te.boxes.shown().isEmpty());
+  EXPECT_EQ(q->Label3, u"将要查询 试卷一"_qs);
+  EXPECT_EQ(q->fileList, u"《示例法》●\\lawtxt\\示例法.mmd■"_qs);
+  search(u"盗窃"_qs);
+  EXPECT_TRUE(q->view.startsWith(u"《示例法》\r\n　　第十条　【盗窃】"_qs)) << q->view.left(40).toStdString();
 }
 
 TEST_F(LawQueryTest, ATagLeavingTheProgramFolderNamesNoFile) {
