@@ -118,17 +118,16 @@ void Form1::buildMenu() {
   MmExit = entry(QStringLiteral("MmExit"), QStringLiteral("退出"));
 
   // Entries whose windows come with later parts of the program stay disabled
-  // until they are wired.
+  // until they are wired. OutShiTi and AddNewLaw need the data set: wire them
+  // with onDataEntry.
   for (QAction* a : {OutShiTi, zsd, AddNewLaw, DoneGuess, DoneNewItem, DoneNewByLawName, NewerProgram, RiZhi})
     a->setEnabled(false);
 
-  connect(MyConfigMenu, &QAction::triggered, this, [this] {
-    if (needsData()) settingsWindow()->openWindow();
-  });
-
-  connect(ShiTi, &QAction::triggered, this, [this] { openDirectory(DirectoryMode::ShiTi); });
-  connect(CeShi, &QAction::triggered, this, [this] { openDirectory(DirectoryMode::CeShi); });
-  connect(ChaJuan, &QAction::triggered, this, [this] { openDirectory(DirectoryMode::ChaJuan); });
+  onDataEntry(MyConfigMenu, [this] { settingsWindow()->openWindow(); });
+  onDataEntry(ShiTi, [this] { openDirectory(DirectoryMode::ShiTi); });
+  onDataEntry(CeShi, [this] { openDirectory(DirectoryMode::CeShi); });
+  onDataEntry(ChaJuan, [this] { openDirectory(DirectoryMode::ChaJuan); });
+  onDataSubmenu(MyGuess);
 
   connect(HelpGuess, &QAction::triggered, this, [this] {
     env().msgBox(
@@ -271,8 +270,7 @@ Form6* Form1::lawQueryWindow() {
 }
 
 void Form1::wireLawQuery() {
-  connect(FGCX, &QAction::triggered, this, [this] {
-    if (!needsData()) return;
+  onDataEntry(FGCX, [this] {
     Form6* f = lawQueryWindow();
     f->entryMode = 1;
     f->showAgain();
@@ -314,6 +312,19 @@ bool Form1::needsData() {
   if (DataSetPresent(env())) return true;
   mj::TxtFormat(app_);
   return false;
+}
+
+void Form1::onDataEntry(QAction* entry, std::function<void()> work) {
+  connect(entry, &QAction::triggered, this, [this, work = std::move(work)] {
+    if (needsData()) work();
+  });
+}
+
+void Form1::onDataSubmenu(QMenu* menu) {
+  connect(menu, &QMenu::aboutToShow, this, [this, menu] {
+    // The menu is about to open; closing it has to wait until it is open.
+    if (!needsData()) QMetaObject::invokeMethod(menu, &QMenu::close, Qt::QueuedConnection);
+  });
 }
 
 void Form1::step(int n) {

@@ -52,6 +52,13 @@ class Form1 : public QMainWindow {
   // Runs the unpack entry instead of the caller's work when the data set is
   // missing; true when the data set is there.
   bool needsData();
+  // The menu entries that need the data set (内部题库, 摸拟试卷, 查卷, 外部题库,
+  // 添加新法律, 模糊题, 法律法规查询, 设置) are wired through these two, so that
+  // each runs the unpack entry instead of its work when \yibanti is missing.
+  // An entry's work runs only after needsData(); a submenu checks when it
+  // opens, and without the data set it closes again at once.
+  void onDataEntry(QAction* entry, std::function<void()> work);
+  void onDataSubmenu(QMenu* menu);
 
   // The menu entries 内部题库, 摸拟试卷 and 查卷: the directory of the mode,
   // counted when due, on the grid face.
