@@ -469,6 +469,14 @@ void Form1::showNotices() {
   }
 }
 
+void Form1::openNoticeLink(const QString& link) {
+  const QString target = NoticeLinkTarget(env(), link);
+  if (target.isEmpty())
+    env().msgBox(RefusedLinkText(link), box::Exclamation);
+  else if (!ShellOpen(env(), target))
+    env().msgBox(QStringLiteral("无法打开：") + target, box::Exclamation);
+}
+
 void Form1::ShowNewsLabels(bool visible) {
   for (QLabel* l : Label14) l->setVisible(visible && !l->text().isEmpty());
 }
@@ -503,7 +511,7 @@ bool Form1::eventFilter(QObject* watched, QEvent* event) {
     else if (event->type() == QEvent::Leave)
       Label14[idx]->setStyleSheet(QStringLiteral("color: %1").arg(ColorOf(n.color).name()));
     else if (event->type() == QEvent::MouseButtonRelease && !n.link.isEmpty())
-      ShellOpen(env(), n.link);
+      openNoticeLink(n.link);
   }
   return QMainWindow::eventFilter(watched, event);
 }

@@ -89,6 +89,9 @@ class Form1 : public QMainWindow {
   void showNotices();
   // The labels of the start page visible (those with a caption) or hidden.
   void ShowNewsLabels(bool visible);
+  // A click on a notice with a link: opened only when it is a web address or
+  // a help document of the program (the box says why not otherwise).
+  void openNoticeLink(const QString& link);
 
   // Menu, in menu order.
   QAction* ShiTi = nullptr;

@@ -2,6 +2,7 @@
 
 #include "bank/item_index.h"
 #include "bank/tables.h"
+#include "log/day_files.h"
 #include "platform/paths.h"
 #include "platform/text_toolkit.h"
 #include "platform/textfile.h"
@@ -43,7 +44,7 @@ CloseDecision CloseRequest(AppState& app) {
     if (env.msgBox(QStringLiteral("正在进行更新任务，确定中止吗？"), box::YesNo | box::Question,
                    QStringLiteral("请你确定")) == box::No)
       return CloseDecision::Cancel;
-    PrependToTodayFile(env, QStringLiteral("\\更新的题"), app.UpdatedIds);
+    PrependToTodayFile(env, kUpdatedFolder, app.UpdatedIds);
   }
   if (app.StartedOk) {
     if (env.msgBox(QStringLiteral("真的不玩儿啦？") + kCrLf + kCrLf + QStringLiteral("     :-)"),

@@ -1,5 +1,9 @@
 #include "log/news.h"
 
+#include <QDir>
+#include <QFileInfo>
+#include <QUrl>
+
 #include "platform/inifile.h"
 #include "platform/paths.h"
 #include "platform/text_toolkit.h"
@@ -53,6 +57,38 @@ QList<Notice> ReadNotices(const QString& newsFile) {
     out.append(n);
   }
   return out;
+}
+
+QString NoticeLinkTarget(const Env& env, const QString& link) {
+  const QString l = link.trimmed();
+  if (l.startsWith(u"http://", Qt::CaseInsensitive) || l.startsWith(u"https://", Qt::CaseInsensitive)) {
+    const QUrl url(l, QUrl::StrictMode);
+    const QString scheme = url.scheme().toLower();
+    if (url.isValid() && (scheme == u"http" || scheme == u"https") && !url.host().isEmpty()) return l;
+    return QString();
+  }
+  // A document of the help folder, named from the program folder.
+  static const QString kReadme = QStringLiteral("\\readme\\");
+  const QString mapped = QString(l).replace(u'/', u'\\');
+  if (!mapped.startsWith(kReadme, Qt::CaseInsensitive) || mapped.size() == kReadme.size()) return QString();
+  const QFileInfo file(env.path(mapped));
+  const QFileInfo readme(env.path(QStringLiteral("\\readme")));
+  if (!file.exists() || !file.isFile() || !readme.isDir()) return QString();
+  const QString filePath = file.canonicalFilePath();
+  const QString readmePath = readme.canonicalFilePath();
+  // Through a link or "..", a path may lead out of the folder.
+  if (filePath.isEmpty() || readmePath.isEmpty() || !filePath.startsWith(readmePath + u'/')) return QString();
+  static const QStringList kDocuments = {QStringLiteral("htm"), QStringLiteral("html"), QStringLiteral("txt"),
+                                         QStringLiteral("pdf"), QStringLiteral("jpg"),  QStringLiteral("jpeg"),
+                                         QStringLiteral("png"), QStringLiteral("gif"),  QStringLiteral("bmp")};
+  if (!kDocuments.contains(file.suffix().toLower())) return QString();
+  return filePath;
+}
+
+QString RefusedLinkText(const QString& link) {
+  return QStringLiteral("这条通知的链接既不是以http://或https://开头的网址，也不是程序的readme文件夹中的说明文件，"
+                        "为了安全没有打开：") +
+         kCrLf + link;
 }
 
 }  // namespace mj

@@ -41,4 +41,15 @@ struct Notice {
 // The 25 notices of a news file, in label order.
 QList<Notice> ReadNotices(const QString& newsFile);
 
+// What a click on a notice may hand to the desktop: the link itself when it
+// is an http:// or https:// address, or the file when the link names a
+// document inside the program folder's readme folder as "\readme\...".
+// Anything else gives the empty text and is not opened: the news file comes
+// from the network and must never be able to start a program (another
+// scheme such as file: or javascript:, a program, a path outside readme, a
+// relative path, a file of a type other than a document).
+QString NoticeLinkTarget(const Env& env, const QString& link);
+// The box shown instead when a notice link is not opened.
+QString RefusedLinkText(const QString& link);
+
 }  // namespace mj

@@ -166,22 +166,8 @@ QString FirstValueOf(const QString& fileText) {
   return Trim(fileText.mid(i, e - i));
 }
 
-QString ReadIdFile(const QString& path) {
-  const QString v = FirstValueOf(ReadFileAsText(path));
-  return v.size() % 11 == 0 ? v : QString();
-}
-
 bool WriteQuotedValue(const QString& path, const QString& text) {
   return WriteTextAtomic(path, u'"' + text + u'"' + kCrLf);
-}
-
-QString TodayIniName(const QDate& today) { return today.toString(QStringLiteral("yyyyMMdd")) + QStringLiteral(".ini"); }
-
-bool PrependToTodayFile(const Env& env, const QString& folder, const QString& ids) {
-  const QString dir = env.path(folder);
-  if (!DirExists(dir)) MakeDir(dir);
-  const QString file = env.path(folder + QStringLiteral("\\") + TodayIniName(env.today()));
-  return WriteIdFile(file, ids + ReadIdFile(file));
 }
 
 QString ShownText(const QString& text) {

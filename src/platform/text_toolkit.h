@@ -58,20 +58,9 @@ bool WriteTextFile(const QString& path, const QString& text);
 // The first value of a text as a data reader takes it: a quoted text up to
 // its closing quote, else up to the first comma or line end, trimmed.
 QString FirstValueOf(const QString& fileText);
-// The first value of the file, read as one quoted text; empty when its
-// length is not a multiple of 11 (an ID list).
-QString ReadIdFile(const QString& path);
 // Replaces the file with the quoted text and a CR LF: one value as a data
 // reader takes it back (FirstValueOf).
 bool WriteQuotedValue(const QString& path, const QString& text);
-// An ID list is stored as one quoted value.
-inline bool WriteIdFile(const QString& path, const QString& text) { return WriteQuotedValue(path, text); }
-// yyyymmdd + ".ini" of today.
-QString TodayIniName(const QDate& today);
-// Puts ids (an ID list) in front of the list in today's day file of the
-// folder (a suffix of the program folder such as "\\模糊题"); the folder
-// is made when it is missing. False when the file cannot be written.
-bool PrependToTodayFile(const Env& env, const QString& folder, const QString& ids);
 
 // A text of the program (CR LF line ends) as a text box shows it (LF line
 // ends), and a text box's text back with CR LF line ends.

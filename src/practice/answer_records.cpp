@@ -1,5 +1,6 @@
 #include "practice/answer_records.h"
 
+#include "log/day_files.h"
 #include "platform/dbftable.h"
 #include "platform/paths.h"
 #include "platform/text_toolkit.h"
@@ -9,7 +10,7 @@
 namespace mj {
 
 bool MarkUncertain(const Env& env, const QString& id) {
-  return PrependToTodayFile(env, QStringLiteral("\\模糊题"), id);
+  return PrependToTodayFile(env, kGuessFolder, id);
 }
 
 bool HideTheItem(const QString& folder, const QString& table, const QString& id, ItemIndex& itemData) {

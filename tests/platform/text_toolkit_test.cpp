@@ -127,15 +127,10 @@ TEST(TextToolkit, Files) {
   EXPECT_EQ(ReadFileAsText(t.path(u"\\none"_qs)), u""_qs);
   ASSERT_TRUE(WriteTextFile(t.path(u"\\ini\\a.txt"_qs), u"法"_qs));
   EXPECT_EQ(ReadBytes(t.path(u"\\ini\\a.txt"_qs)), ToGbk(u"法\r\n"_qs));
-  ASSERT_TRUE(WriteIdFile(t.path(u"\\ini\\ids.ini"_qs), u"0100111000010100111000002"_qs.left(22)));
-  EXPECT_EQ(ReadBytes(t.path(u"\\ini\\ids.ini"_qs)), QByteArray("\"0100111000010100111000\"\r\n"));
-  EXPECT_EQ(ReadIdFile(t.path(u"\\ini\\ids.ini"_qs)), u"0100111000010100111000"_qs);
-  t.writeGbk(u"\\ini\\twelve.ini"_qs, u"\"010011100001\"\r\n"_qs);
-  EXPECT_EQ(ReadIdFile(t.path(u"\\ini\\twelve.ini"_qs)), u""_qs);
-  EXPECT_EQ(ReadIdFile(t.path(u"\\ini\\missing.ini"_qs)), u""_qs);
+  ASSERT_TRUE(WriteQuotedValue(t.path(u"\\ini\\q.ini"_qs), u"C:\\wps.exe"_qs));
+  EXPECT_EQ(ReadBytes(t.path(u"\\ini\\q.ini"_qs)), QByteArray("\"C:\\wps.exe\"\r\n"));
   EXPECT_EQ(FirstValueOf(u"\"C:\\wps.exe\", 3\r\n"_qs), u"C:\\wps.exe"_qs);
   EXPECT_EQ(FirstValueOf(u" abc , d"_qs), u"abc"_qs);
-  EXPECT_EQ(TodayIniName(QDate(2026, 3, 5)), u"20260305.ini"_qs);
 }
 
 TEST(TextToolkit, IniReadOfAMissingKeyIsEmpty) {
