@@ -1,0 +1,104 @@
+#include "papers/paper_file.h"
+
+#include <QStringDecoder>
+#include <QStringEncoder>
+
+#include "platform/textfile.h"
+
+namespace mj {
+
+namespace {
+
+const QByteArray kBom("\xEF\xBB\xBF");
+
+bool IsValidUtf8(QByteArrayView bytes) {
+  QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+  (void)utf8.decode(bytes);
+  return !utf8.hasError();
+}
+
+bool HasNonAscii(QByteArrayView bytes) {
+  for (const char c : bytes)
+    if (static_cast<unsigned char>(c) >= 0x80) return true;
+  return false;
+}
+
+}  // namespace
+
+PaperEncoding DetectPaperEncoding(const QByteArray& bytes) {
+  if (bytes.startsWith(kBom) && IsValidUtf8(QByteArrayView(bytes).sliced(3))) return PaperEncoding::Utf8Bom;
+  // Pure ASCII is the same in both; GBK, the program's own code page, is
+  // kept for it. Chinese text in GBK is almost never valid UTF-8 as a whole.
+  if (HasNonAscii(bytes) && IsValidUtf8(bytes)) return PaperEncoding::Utf8;
+  return PaperEncoding::Gbk;
+}
+
+QString DecodePaper(const QByteArray& bytes, PaperEncoding encoding) {
+  switch (encoding) {
+    case PaperEncoding::Utf8Bom:
+      return QString::fromUtf8(bytes.startsWith(kBom) ? bytes.mid(3) : bytes);
+    case PaperEncoding::Utf8:
+      return QString::fromUtf8(bytes);
+    case PaperEncoding::Gbk:
+      break;
+  }
+  return FromGbk(bytes);
+}
+
+QByteArray EncodePaper(const QString& text, PaperEncoding encoding) {
+  switch (encoding) {
+    case PaperEncoding::Utf8Bom:
+      return kBom + text.toUtf8();
+    case PaperEncoding::Utf8:
+      return text.toUtf8();
+    case PaperEncoding::Gbk:
+      break;
+  }
+  return ToGbk(text);
+}
+
+QString WithCrLf(const QString& text) {
+  if (!text.contains(u'\n') && !text.contains(u'\r')) return text;
+  QString out;
+  out.reserve(text.size() + text.size() / 16);
+  const qsizetype n = text.size();
+  for (qsizetype i = 0; i < n; ++i) {
+    const QChar c = text.at(i);
+    if (c == u'\r') {
+      out.append(u"\r\n");
+      if (i + 1 < n && text.at(i + 1) == u'\n') ++i;
+    } else if (c == u'\n') {
+      out.append(u"\r\n");
+    } else {
+      out.append(c);
+    }
+  }
+  return out;
+}
+
+PaperFile ReadPaper(const QString& path) {
+  PaperFile f;
+  const QByteArray bytes = ReadBytes(path, &f.ok);
+  if (!f.ok) return f;
+  f.encoding = DetectPaperEncoding(bytes);
+  f.text = WithCrLf(DecodePaper(bytes, f.encoding));
+  return f;
+}
+
+bool WritePaper(const QString& path, const QString& text, PaperEncoding encoding) {
+  return WriteBytesAtomic(path, EncodePaper(text, encoding));
+}
+
+QString PaperEncodingName(PaperEncoding encoding) {
+  switch (encoding) {
+    case PaperEncoding::Utf8Bom:
+      return QStringLiteral("UTF-8（带BOM）");
+    case PaperEncoding::Utf8:
+      return QStringLiteral("UTF-8");
+    case PaperEncoding::Gbk:
+      break;
+  }
+  return QStringLiteral("GBK");
+}
+
+}  // namespace mj
