@@ -25,6 +25,8 @@
 #include "bank/tables.h"
 #include "law/law_query_window.h"
 #include "law/numerals.h"
+#include "papers/find_replace_window.h"
+#include "papers/paper_window.h"
 #include "platform/desktop_services_widget.h"
 #include "platform/paths.h"
 #include "platform/text_toolkit.h"
@@ -57,6 +59,7 @@ Form1::Form1(const Env& env, QWidget* parent) : QMainWindow(parent) {
   Timer1->setInterval(1000);
   wirePractice();
   wireLawQuery();
+  wirePapers();
   // The question box follows the text style of the settings.
   connect(settings_.get(), &Settings::styleChanged, this, [this] { ApplyTextStyle(Text3, settings_->style()); });
   // Key preview: F1 anywhere in the program reaches the help handler.
@@ -118,9 +121,9 @@ void Form1::buildMenu() {
   MmExit = entry(QStringLiteral("MmExit"), QStringLiteral("退出"));
 
   // Entries whose windows come with later parts of the program stay disabled
-  // until they are wired. OutShiTi and AddNewLaw need the data set: wire them
-  // with onDataEntry.
-  for (QAction* a : {OutShiTi, zsd, AddNewLaw, DoneGuess, DoneNewItem, DoneNewByLawName, NewerProgram, RiZhi})
+  // until they are wired. Entries that need the data set are wired with
+  // onDataEntry.
+  for (QAction* a : {zsd, AddNewLaw, DoneGuess, DoneNewItem, DoneNewByLawName, NewerProgram, RiZhi})
     a->setEnabled(false);
 
   onDataEntry(MyConfigMenu, [this] { settingsWindow()->openWindow(); });
@@ -265,6 +268,9 @@ Form6* Form1::lawQueryWindow() {
     form6_ = new Form6(env(), &app_.AllItemData, this);
     // 相关NN题: a run over the article's questions, which leads back here.
     form6_->onRelatedRun = [this](const QString& ids, int) { practice->startListRun(ids, true); };
+    form6_->setSeekAndReplaceHook([this] {
+      findWindow()->openFor(kFindFromLawQuery, form6_->RichTextBox1, form6_, form6_->selectedViewText());
+    });
   }
   return form6_;
 }
@@ -287,6 +293,33 @@ void Form1::wireLawQuery() {
   practice->answerWindow()->answerTextDoubleClicked = [this](const QString& text, int position, bool ctrl) {
     lawQueryWindow()->OpenLawFromShownAnswer(text, position, ctrl);
   };
+}
+
+Form10* Form1::paperWindow() {
+  if (!form10_) {
+    form10_ = new Form10(env(), paper_, this);
+    form10_->setFindWindow(findWindow());
+    // 返回 of the paper window brings the main window back.
+    form10_->onReturn = [this] { show(); };
+  }
+  return form10_;
+}
+
+Form13* Form1::findWindow() {
+  if (!form13_) form13_ = new Form13(env(), this);
+  return form13_;
+}
+
+void Form1::wirePapers() {
+  // 外部题库: the paper window over the hidden main window; a paper is opened
+  // there.
+  onDataEntry(OutShiTi, [this] {
+    Form10* f = paperWindow();
+    hide();
+    f->show();
+    f->raise();
+    f->activateWindow();
+  });
 }
 
 void Form1::openDirectory(DirectoryMode mode) {

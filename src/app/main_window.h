@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "log/news.h"
+#include "papers/paper_state.h"
 #include "platform/dbftable.h"
 #include "practice/app_state.h"
 
@@ -27,6 +28,8 @@ class DirectoryGrid;
 enum class DirectoryMode;
 class Form4;
 class Form8;
+class Form10;
+class Form13;
 class PracticeFrame;
 class Form18;
 class Form6;
@@ -66,6 +69,12 @@ class Form1 : public QMainWindow {
 
   // The law query window, created on first use.
   Form6* lawQueryWindow();
+  // The paper window (外部题库) and the find/replace window it shares with
+  // the law query, created on first use; the state the check of a paper
+  // leaves for its practice.
+  Form10* paperWindow();
+  Form13* findWindow();
+  PaperState& paperState() { return paper_; }
 
   // Faces of the client area.
   void showStartPage();
@@ -150,6 +159,7 @@ class Form1 : public QMainWindow {
   void buildFaces();
   void wirePractice();
   void wireLawQuery();
+  void wirePapers();
   void step(int n);
   void applyTitle();
   void unloadSplash();
@@ -162,6 +172,9 @@ class Form1 : public QMainWindow {
   Form8* splash_ = nullptr;
   Form18* help_ = nullptr;
   Form6* form6_ = nullptr;
+  Form10* form10_ = nullptr;
+  Form13* form13_ = nullptr;
+  PaperState paper_;
   DbfTable lawNames_;  // kept open from the start: the law-name table is readable
   QList<Notice> notices_;
 };

@@ -174,7 +174,15 @@ Form6::Form6(const Env& env, const ItemIndex* items, QWidget* parent) : QWidget(
   connect(GoBack, &QAction::triggered, this, act([this] { query_.goBack(); }));
   connect(NoText, &QAction::triggered, this, act([this] { query_.noText(); }));
   connect(RichTextBox1, &QPlainTextEdit::textChanged, this, [this] {
-    if (query_.inTempText) query_.editView(HeldText(RichTextBox1->toPlainText()));
+    if (query_.inTempText)
+      query_.editView(HeldText(RichTextBox1->toPlainText()));
+    else
+      // Only the find/replace window changes a result: the query keeps the
+      // text as shown, so that clicks still find their articles.
+      query_.view = HeldText(RichTextBox1->toPlainText());
+  });
+  connect(SeekAndReplace, &QAction::triggered, this, [this] {
+    if (seekAndReplace_) seekAndReplace_();
   });
   connect(RichTextBox1, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
     query_.clickInView(0, false, true);
@@ -189,6 +197,16 @@ Form6::Form6(const Env& env, const ItemIndex* items, QWidget* parent) : QWidget(
   buildTree();
   resize(1000, 700);
   render();
+}
+
+void Form6::setSeekAndReplaceHook(std::function<void()> hook) {
+  seekAndReplace_ = std::move(hook);
+  query_.menu.SeekAndReplace = static_cast<bool>(seekAndReplace_);
+  render();
+}
+
+QString Form6::selectedViewText() const {
+  return HeldText(RichTextBox1->textCursor().selectedText().replace(QChar::ParagraphSeparator, u'\n'));
 }
 
 Form6::~Form6() {

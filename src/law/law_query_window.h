@@ -44,6 +44,11 @@ class Form6 : public QWidget {
   std::function<void(const QString& ids, int count)> onRelatedRun;
   // Called when the window closes.
   std::function<void()> onClosed;
+  // 查找/替换 of the right-button menu: the find/replace window over the
+  // view. Setting it enables the menu item.
+  void setSeekAndReplaceHook(std::function<void()> hook);
+  // The text selected in the view, with CR LF line ends.
+  QString selectedViewText() const;
 
   // Opens the law of the article printed at pos of an answer text (a double
   // click in the answer window): flag 1 plain, 2 with Ctrl. The window comes
@@ -107,6 +112,7 @@ class Form6 : public QWidget {
   void showOpenedLaw();
 
   LawQuery query_;
+  std::function<void()> seekAndReplace_;
   Form7* keypad_ = nullptr;
   int shownVersion_ = -1;
   QLineEdit* lastBox_ = nullptr;
