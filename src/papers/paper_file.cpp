@@ -13,7 +13,7 @@ const QByteArray kBom("\xEF\xBB\xBF");
 
 bool IsValidUtf8(QByteArrayView bytes) {
   QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-  (void)utf8.decode(bytes);
+  const QString decoded = utf8.decode(bytes);  // the decoding runs on this conversion
   return !utf8.hasError();
 }
 
