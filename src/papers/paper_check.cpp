@@ -86,6 +86,16 @@ qint64 WalkEnd(qint64 first, qint64 last) { return std::min(last, first + kMaxNu
 
 const QString kSpanCut = QStringLiteral("……（题号跨度过大，其余各题从略。）");
 
+// The law names of a citation that the list does not hold go into the
+// question's report line and the bad names; false when there are any.
+bool NoteUnknownNames(const QString& allNames, const QString& citation, QString& out, QString& bad) {
+  const QString unknown = GetLawNamesIn(allNames, citation);
+  if (unknown.isEmpty()) return true;
+  bad += unknown;
+  out += QStringLiteral("未注册的法律名") + unknown;
+  return false;
+}
+
 }  // namespace
 
 qint64 GetStartOrEndNum(const Env& env, const QString& text, const QString& which) {
@@ -178,12 +188,7 @@ QString CheckEachItem(const QString& allNames, const QString& section, qint64 fi
       out += QStringLiteral("无参见法条");
       ok = false;
     } else {
-      const QString unknown = GetLawNamesIn(allNames, Mid(item, k));
-      if (!unknown.isEmpty()) {
-        bad += unknown;
-        out += QStringLiteral("未注册的法律名") + unknown;
-        ok = false;
-      }
+      ok = NoteUnknownNames(allNames, Mid(item, k), out, bad) && ok;
     }
     out += ok ? QStringLiteral("通过检验。") : QStringLiteral("，未通过检验。");
     out += kCrLf;
@@ -219,13 +224,7 @@ QString CheckEachItem2(const QString& allNames, const QString& section, const QS
         ok = false;
       } else {
         const qsizetype e = InStr(k, answer, kCrLf + u'[');
-        const QString citation = e > 0 ? Mid(answer, k, e - k) : Mid(answer, k);
-        const QString unknown = GetLawNamesIn(allNames, citation);
-        if (!unknown.isEmpty()) {
-          bad += unknown;
-          out += QStringLiteral("未注册的法律名") + unknown;
-          ok = false;
-        }
+        ok = NoteUnknownNames(allNames, e > 0 ? Mid(answer, k, e - k) : Mid(answer, k), out, bad) && ok;
       }
     }
     out += ok ? QStringLiteral("通过检验。") : QStringLiteral("，未通过检验。");
