@@ -147,7 +147,13 @@ void Form1::buildMenu() {
   connect(Help, &QMenu::aboutToShow, this, [this] {
     if (!DirExists(env().path(QStringLiteral("\\readme")))) mj::TxtFormat(app_);
   });
-  connect(HelpWeb, &QAction::triggered, this, [this] { ShellOpen(env(), supportSite()); });
+  connect(HelpWeb, &QAction::triggered, this, [this] {
+    const QString site = SupportSite(env());
+    if (site.isEmpty())
+      env().msgBox(QStringLiteral("没有设置支持站点的地址（见") + env().path(kSiteFile) + QStringLiteral("）。"));
+    else if (!ShellOpen(env(), site))
+      env().msgBox(QStringLiteral("无法打开：") + site, box::Exclamation);
+  });
   connect(HelpYou, &QAction::triggered, this, [this] {
     env().msgBox(QStringLiteral("    你可以在每个界面上按F1功能键调出当") + kCrLf +
                  QStringLiteral("前界面的详细说明，注意，带有“●”号的") + kCrLf +
@@ -470,15 +476,21 @@ Form1::LoadOutcome Form1::load() {
   FillNumeralTable(app_.NumeralTable);
   applyTitle();
   showStartPage();
-  // 17. The notices of the news file.
+  // 17. The news file of the support site. The window is usable while it
+  // comes; its end shows the notices and completes the start.
   step(17);
-  showNotices();
+  news_ = new NewsDownload(e, this);
+  news_->start([this](bool showNews) { finishStart(showNews); });
+  return LoadOutcome::Running;
+}
+
+void Form1::finishStart(bool showNews) {
+  if (showNews) showNotices();
   // 18. The splash goes; the start is complete.
   step(18);
   unloadSplash();
   app_.StartedOk = true;
   Timer1->start();
-  return LoadOutcome::Running;
 }
 
 void Form1::showNotices() {
@@ -550,14 +562,24 @@ bool Form1::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void Form1::closeEvent(QCloseEvent* e) {
+  // The last steps of a close let window events through: a second close
+  // request meanwhile changes nothing.
+  if (closing_) {
+    e->ignore();
+    return;
+  }
   switch (CloseRequest(app_)) {
     case CloseDecision::Ignore:
     case CloseDecision::Cancel:
       e->ignore();
       return;
     case CloseDecision::Close:
-      e->accept();
+      closing_ = true;
       Timer1->stop();
+      // A news download under way is finished, so that the next start has
+      // its file.
+      if (news_ && news_->pending()) news_->finishNow();
+      e->accept();
       QCoreApplication::quit();
       return;
   }

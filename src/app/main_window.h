@@ -148,7 +148,8 @@ class Form1 : public QMainWindow {
   QTimer* Timer1 = nullptr;  // one second, while the program runs
   Form8* splash() const { return splash_; }
 
-  static QString supportSite() { return QStringLiteral("https://mingjing.example.org/"); }
+  // The fetch of the news file; pending while it runs.
+  NewsDownload* newsDownload() const { return news_; }
 
  protected:
   void closeEvent(QCloseEvent* e) override;
@@ -163,6 +164,9 @@ class Form1 : public QMainWindow {
   void step(int n);
   void applyTitle();
   void unloadSplash();
+  // The end of the start once the news file came (or did not): the
+  // notices, the splash gone, StartedOk.
+  void finishStart(bool showNews);
 
   AppState app_;
   std::unique_ptr<Settings> settings_;
@@ -177,6 +181,8 @@ class Form1 : public QMainWindow {
   PaperState paper_;
   DbfTable lawNames_;  // kept open from the start: the law-name table is readable
   QList<Notice> notices_;
+  NewsDownload* news_ = nullptr;
+  bool closing_ = false;
 };
 
 }  // namespace mj

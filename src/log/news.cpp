@@ -1,6 +1,7 @@
 #include "log/news.h"
 
 #include <QDir>
+#include <QEventLoop>
 #include <QFileInfo>
 #include <QUrl>
 
@@ -20,6 +21,74 @@ NewsLinks ReadNewsLinks(const Env& env) {
   const QString text = ReadText(env.path(kNewsFile));
   return {IniValueIn(text, kInfo, QStringLiteral("法条详解")), IniValueIn(text, kInfo, QStringLiteral("做下一题")),
           IniValueIn(text, kInfo, QStringLiteral("保留链接1")), IniValueIn(text, kInfo, QStringLiteral("保留链接2"))};
+}
+
+QString SupportSite(const Env& env) {
+  QString site = IniRead(env.path(kSiteFile), kSiteSection, kSiteKey);
+  if (site == kNoSite) return QString();
+  if (site.isEmpty()) site = kDefaultSite;
+  while (site.endsWith(u'/')) site.chop(1);
+  return site;
+}
+
+QString NewsAddress(const Env& env) {
+  const QString site = SupportSite(env);
+  return site.isEmpty() ? QString() : site + QStringLiteral("/newlumen.txt");
+}
+
+QString NewsTextOf(const FetchResult& result) {
+  // A server's answer counts whatever its status: an error page has no
+  // 信息号 and so changes nothing.
+  if (result.timedOut || result.status == 0 || result.body.isEmpty() || result.body.size() > kNewsMaxBytes)
+    return QString();
+  return DecodeText(result.body);
+}
+
+bool TakeNewsText(const Env& env, const QString& text) {
+  const QString local = env.path(kNewsFile);
+  const QString download = env.path(kNewsDownload);
+  if (Len(text) < 20) return FileExists(local);
+  if (!WriteTextAtomic(download, text)) return false;
+  const QString number = IniRead(download, kInfo, QStringLiteral("信息号"));
+  if (!FileExists(local)) {
+    if (number.isEmpty()) return false;
+    if (!CopyFileOver(download, local)) return false;
+    RemoveFile(download);
+    return true;
+  }
+  if (number.isEmpty()) return true;
+  if (number != IniRead(local, kInfo, QStringLiteral("信息号"))) {
+    // The new file takes the old one's place in one step.
+    if (!CopyFileOver(download, local)) return false;
+  }
+  return true;
+}
+
+NewsDownload::NewsDownload(const Env& env, QObject* parent) : QObject(parent), env_(env) {}
+
+void NewsDownload::start(std::function<void(bool)> done) {
+  const QString address = NewsAddress(env_);
+  if (address.isEmpty()) {
+    done(TakeNewsText(env_, QString()));
+    return;
+  }
+  done_ = std::move(done);
+  fetch_.get(QUrl(address), kNewsTimeoutMs, kNewsMaxBytes, [this](const FetchResult& r) {
+    const bool show = TakeNewsText(env_, NewsTextOf(r));
+    std::function<void(bool)> d = std::move(done_);
+    done_ = nullptr;
+    if (d) d(show);
+  });
+}
+
+void NewsDownload::finishNow() {
+  if (!fetch_.busy()) return;
+  QEventLoop loop;
+  // The fetch's own end quits the wait; its time-out bounds it.
+  std::function<void(bool)> quit = [&loop](bool) { loop.quit(); };
+  done_ = quit;
+  loop.exec();
+  done_ = nullptr;
 }
 
 qint64 DayNumber(const QDate& date) { return QDate(2003, 1, 1).daysTo(date); }

@@ -8,12 +8,67 @@
 #include <QString>
 
 #include "platform/env.h"
+#include "platform/http_fetch.h"
 
 namespace mj {
 
 inline const QString kNewsFile = QStringLiteral("\\ini\\newlumen.txt");
 inline const QString kNewsDownload = QStringLiteral("\\ini\\newlumen.tx_");
 inline constexpr int kNoticeCount = 25;
+
+// The program's own settings of its support site, \ini\mingjing.ini:
+//   [支持站点]
+//   地址=https://mingjing.example.org
+// A missing file or key, or an empty value, means the support site of the
+// program; the value 无 means none: no news is fetched, and 支持站点 of the
+// help menu has nothing to open.
+inline const QString kSiteFile = QStringLiteral("\\ini\\mingjing.ini");
+inline const QString kSiteSection = QStringLiteral("支持站点");
+inline const QString kSiteKey = QStringLiteral("地址");
+inline const QString kNoSite = QStringLiteral("无");
+inline const QString kDefaultSite = QStringLiteral("https://mingjing.example.org");
+// The support site's address without a trailing "/"; empty when switched off.
+QString SupportSite(const Env& env);
+// Where the news file is fetched from: the support site + "/newlumen.txt";
+// empty when there is no support site. The web folder of the news file is
+// this address without "newlumen.txt".
+QString NewsAddress(const Env& env);
+
+// The news download: 5 seconds without an answer, and an answer of more
+// than 1 MB, give up the fetch.
+inline constexpr int kNewsTimeoutMs = 5000;
+inline constexpr qint64 kNewsMaxBytes = 1024 * 1024;
+// The text of a fetch of the news file: what the server answered, an error
+// page as well, GBK (or UTF-8 with a byte order mark); empty when no answer
+// came, in time and within the size limit.
+QString NewsTextOf(const FetchResult& result);
+// Takes the text of a fetch: a text of 20 characters or more becomes
+// \ini\newlumen.tx_, and when its 信息号 is new (or there is no local file
+// yet) it becomes \ini\newlumen.txt too. True when the notices are then to
+// be shown from \ini\newlumen.txt; false when there is nothing to show or
+// a file could not be written.
+bool TakeNewsText(const Env& env, const QString& text);
+
+// The fetch of the news file at start-up, which never blocks the window:
+// its end comes through the event loop.
+class NewsDownload : public QObject {
+  Q_OBJECT
+ public:
+  explicit NewsDownload(const Env& env, QObject* parent = nullptr);
+  // Starts the fetch from NewsAddress. `done` is called once, after the
+  // text has been taken, with whether the notices are to be shown; at once,
+  // before start returns, when there is no address to fetch from.
+  void start(std::function<void(bool showNotices)> done);
+  bool pending() const { return fetch_.busy(); }
+  // The end of the program: waits for a fetch under way (window events go
+  // on meanwhile) and takes its text; `done` is not called.
+  void finishNow();
+
+ private:
+  const Env env_;
+  HttpFetch fetch_;
+  std::function<void(bool)> done_;
+};
 
 struct NewsLinks {
   QString link1, link2, link3, link4;  // 法条详解, 做下一题, 保留链接1, 保留链接2

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -310,10 +311,16 @@ TEST(MainWindow, HelpEntries) {
   EXPECT_EQ(s.t.boxes.shown()[1].title, u"明镜学伴3.10提示"_qs);
   EXPECT_EQ(s.t.boxes.shown()[1].text,
             u"    你可以在每个界面上按F1功能键调出当\r\n前界面的详细说明，注意，带有“●”号的\r\n功能在界面里不能直接看出来，为必看项。"_qs);
+  // The test folder has no support site; the program's own is the default.
+  s.form->HelpWeb->trigger();
+  ASSERT_EQ(s.t.boxes.shown().size(), 3);
+  EXPECT_EQ(s.t.boxes.shown()[2].text, u"没有设置支持站点的地址（见"_qs + s.t.path(kSiteFile) + u"）。"_qs);
+  EXPECT_TRUE(s.t.shell.calls.isEmpty());
+  ASSERT_TRUE(QFile::remove(s.t.path(kSiteFile)));
   s.form->HelpWeb->trigger();
   s.form->Help4New->trigger();
   ASSERT_EQ(s.t.shell.calls.size(), 2);
-  EXPECT_EQ(s.t.shell.calls[0].target, u"https://mingjing.example.org/"_qs);
+  EXPECT_EQ(s.t.shell.calls[0].target, u"https://mingjing.example.org"_qs);
   EXPECT_EQ(s.t.shell.calls[1].target, s.t.path(u"\\readme\\autonewer.htm"_qs));
   EXPECT_EQ(s.t.shell.calls[1].workDir, s.t.root());
 }

@@ -31,7 +31,10 @@ void WriteJpeg(const QString& path) {
 
 void MakeProgramFolder(const TestEnv& t, const FolderParts& parts) {
   if (parts.yibanti) t.mkdir(u"\\yibanti"_qs);
-  if (parts.iniFolder || parts.icon || parts.splash) t.mkdir(u"\\ini"_qs);
+  if (parts.iniFolder || parts.icon || parts.splash) {
+    t.mkdir(u"\\ini"_qs);
+    NoSupportSite(t);
+  }
   if (parts.icon) WriteIcon(t.path(u"\\ini\\fa.ico"_qs));
   if (parts.rootIcon) WriteIcon(t.path(u"\\fa.ico"_qs));
   if (parts.splash) WriteJpeg(t.path(u"\\ini\\jiemian.jpg"_qs));

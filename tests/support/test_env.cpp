@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "log/news.h"
 #include "platform/paths.h"
 #include "platform/textfile.h"
 
@@ -18,7 +19,16 @@ TestEnv::TestEnv() : dir_(std::make_unique<QTemporaryDir>()) {
   env.dialogs = &dialogs;
 }
 
-TestEnv::TestEnv(const QString& copyFrom) : TestEnv() { CopyTree(copyFrom, env.root); }
+TestEnv::TestEnv(const QString& copyFrom) : TestEnv() {
+  CopyTree(copyFrom, env.root);
+  if (QFileInfo(path(u"\\ini"_qs)).isDir()) NoSupportSite(*this);
+}
+
+void NoSupportSite(const TestEnv& t) { t.writeGbk(kSiteFile, u"["_qs + kSiteSection + u"]\r\n"_qs + kSiteKey + u"="_qs + kNoSite + u"\r\n"_qs); }
+
+void UseSupportSite(const TestEnv& t, const QUrl& site) {
+  t.writeGbk(kSiteFile, u"["_qs + kSiteSection + u"]\r\n"_qs + kSiteKey + u"="_qs + site.toString() + u"\r\n"_qs);
+}
 
 void TestEnv::writeGbk(const QString& suffix, const QString& text) const {
   const QString p = path(suffix);

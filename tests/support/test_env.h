@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QTemporaryDir>
+#include <QUrl>
 #include <memory>
 
 #include "platform/clock.h"
@@ -36,6 +37,11 @@ class TestEnv {
  private:
   std::unique_ptr<QTemporaryDir> dir_;
 };
+
+// The folder's support site: none, so that a start fetches nothing (what a
+// copied folder and MakeProgramFolder get), or a server of the test.
+void NoSupportSite(const TestEnv& t);
+void UseSupportSite(const TestEnv& t, const QUrl& site);
 
 // Copies a folder tree.
 bool CopyTree(const QString& from, const QString& to);
