@@ -6,11 +6,14 @@
 
 #include "app/program_window.h"
 #include "platform/qt_translations.h"
+#include "platform/window_placement_widget.h"
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
   if (argc < 2) return 2;
-  mj::InstallChineseQtTexts(app);  // as the program does
+  // As the program does.
+  mj::InstallChineseQtTexts(app);
+  mj::KeepWindowsOnScreen(app);
   return mj::RunProgram(QString::fromLocal8Bit(argv[1]), [] {
     std::puts("shown");
     std::fflush(stdout);

@@ -4,6 +4,7 @@
 
 #include "app/program_window.h"
 #include "platform/qt_translations.h"
+#include "platform/window_placement_widget.h"
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
@@ -13,5 +14,7 @@ int main(int argc, char** argv) {
   QString missing;
   if (!mj::InstallChineseQtTexts(app, &missing))
     std::fprintf(stderr, "找不到 Qt 的中文翻译 %s，标准对话框将显示英文。\n", qUtf8Printable(missing));
+  // Every window, frame included, lies on the screen's available area.
+  mj::KeepWindowsOnScreen(app);
   return mj::RunProgram(QCoreApplication::applicationDirPath());
 }

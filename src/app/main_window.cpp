@@ -30,6 +30,7 @@
 #include "platform/desktop_services_widget.h"
 #include "platform/paths.h"
 #include "platform/text_toolkit.h"
+#include "platform/window_placement_widget.h"
 #include "platform/vbtext.h"
 #include "practice/answer_window.h"
 #include "practice/directory_entries.h"
@@ -428,7 +429,9 @@ Form1::LoadOutcome Form1::load() {
     return LoadOutcome::Stopped;
   }
   setWindowIcon(QIcon(icon));
-  // 9. Screen factors and the window's size.
+  // 9. Screen factors and the window's size: the whole available area of
+  // the screen, less the window frame, so that no part of the window lies
+  // under a panel or below the screen.
   step(9);
   if (const QScreen* screen = QGuiApplication::primaryScreen()) {
     const QRect avail = screen->availableGeometry();
@@ -437,6 +440,7 @@ Form1::LoadOutcome Form1::load() {
     if (!(windowState() & (Qt::WindowMinimized | Qt::WindowMaximized))) {
       resize(static_cast<int>(12000 * app_.ScaleX / 15), static_cast<int>(9000 * app_.ScaleY / 15));
       move(avail.topLeft());
+      FitOnScreen(this);
     }
   }
   // 10. A one-row index; empty boxes; the tables of the start.

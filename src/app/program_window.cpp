@@ -16,12 +16,15 @@ int RunProgram(const QString& root, const std::function<void()>& onShown) {
   WidgetBoxes boxes;
   DesktopShell shell;
   WidgetDialogs dialogs;
-  const Env env{root, &clock, &boxes, &shell, &dialogs};
+  WidgetClipboard clipboard;
+  const Env env{root, &clock, &boxes, &shell, &dialogs, &clipboard};
   SetEventPump([] { QCoreApplication::processEvents(); });
 
   Form1 form(env);
   if (form.load() == Form1::LoadOutcome::EndNow) return 0;
-  form.show();
+  // Maximised: the window manager fits the window to the screen without
+  // its panels; the size of the start-up is the size when restored.
+  form.showMaximized();
   if (onShown) QTimer::singleShot(0, &form, onShown);
   return QApplication::exec();
 }

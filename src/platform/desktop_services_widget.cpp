@@ -1,14 +1,17 @@
 #include "platform/desktop_services_widget.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QColor>
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QFontDialog>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QPushButton>
 
 #include "platform/paths.h"
+#include "platform/window_placement_widget.h"
 
 namespace mj {
 
@@ -45,6 +48,18 @@ int WidgetBoxes::show(const QString& text, int style, const QString& title) {
   }
   const int def = box::defaultIndexOf(style);
   if (def < made.size()) mb.setDefaultButton(made[def]);
+  // The box is as wide as its title needs, so that the window manager does
+  // not cut the title off; never wider than the screen.
+  // A title too long for the screen is cut with "…" by the program, not
+  // by the window manager.
+  if (auto* grid = qobject_cast<QGridLayout*>(mb.layout())) {
+    const int room = AvailableArea(&mb).width() - 16;
+    if (TitleBarWidth(mb.windowTitle()) > room) mb.setWindowTitle(TitleForWidth(mb.windowTitle(), room));
+    const QMargins lm = grid->contentsMargins();
+    const int width = qMin(TitleBarWidth(mb.windowTitle()), room) - lm.left() - lm.right();
+    grid->addItem(new QSpacerItem(width, 0, QSizePolicy::Fixed, QSizePolicy::Minimum), grid->rowCount(), 0, 1,
+                  grid->columnCount());
+  }
   mb.exec();
   for (int i = 0; i < made.size(); ++i)
     if (mb.clickedButton() == made[i]) return buttons[i].answer;
@@ -53,6 +68,10 @@ int WidgetBoxes::show(const QString& text, int style, const QString& title) {
     if (b.answer == box::Cancel) return box::Cancel;
   return buttons.size() == 1 ? buttons[0].answer : box::defaultAnswer(style);
 }
+
+void WidgetClipboard::setText(const QString& text) { QGuiApplication::clipboard()->setText(text); }
+
+QString WidgetClipboard::text() const { return QGuiApplication::clipboard()->text(); }
 
 QString QtFilterOf(const QString& classicFilter) {
   const QStringList parts = classicFilter.split(u'|');

@@ -1,8 +1,9 @@
 #pragma once
-// The real message boxes and common dialogs of the desktop.
+// The real message boxes, common dialogs and clipboard of the desktop.
 
 #include <QString>
 
+#include "platform/clipboard.h"
 #include "platform/dialogs.h"
 #include "platform/messagebox.h"
 
@@ -22,6 +23,12 @@ class WidgetDialogs final : public Dialogs {
   std::optional<QString> saveFile(const FileDialogRequest& request) override;
   std::optional<FontChoice> chooseFont(const FontChoice& initial) override;
   std::optional<int> chooseColor(int initial) override;
+};
+
+class WidgetClipboard final : public Clipboard {
+ public:
+  void setText(const QString& text) override;
+  QString text() const override;
 };
 
 // "说明|*.a;*.b|..." as a Qt name filter list "说明 (*.a *.b);;...".

@@ -1,11 +1,12 @@
 #pragma once
 // What the logic needs from the outside world: the program folder, the
-// clock, the message boxes, the shell and the common dialogs. The program
+// clock, the message boxes, the shell, the common dialogs and the clipboard. The program
 // builds one from the real services; tests build one over a temporary
 // folder with a fixed clock and scripted boxes.
 
 #include <QString>
 
+#include "platform/clipboard.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/messagebox.h"
@@ -20,6 +21,7 @@ struct Env {
   MessageBoxes* boxes = nullptr;
   Shell* shell = nullptr;
   Dialogs* dialogs = nullptr;
+  Clipboard* clipboard = nullptr;  // may be missing: nothing is copied then
 
   // root + a suffix such as "\dbf" or "\ini\userself.ini".
   QString path(const QString& suffix) const { return AppPath(root, suffix); }

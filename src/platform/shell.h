@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <utility>
 
 namespace mj {
 
@@ -20,11 +21,20 @@ class Shell {
   virtual bool start(const QString& program, const QStringList& args, WindowMode mode) = 0;
 };
 
-// The desktop: xdg-open for documents and addresses.
+// The desktop: xdg-open for documents and addresses. The opener answers
+// with its exit code whether the desktop had a program for the target; an
+// opener still running after `verdictMs` waits for the program it started
+// (xdg-open does so without a desktop environment), which counts as opened.
 class DesktopShell final : public Shell {
  public:
+  explicit DesktopShell(QString opener = QStringLiteral("xdg-open"), int verdictMs = 3000)
+      : opener_(std::move(opener)), verdictMs_(verdictMs) {}
   bool open(const QString& target, const QString& workDir) override;
   bool start(const QString& program, const QStringList& args, WindowMode mode) override;
+
+ private:
+  QString opener_;
+  int verdictMs_;
 };
 
 struct ShellCall {

@@ -182,6 +182,30 @@ QString HeldText(const QString& text) {
   return t;
 }
 
-bool ShellOpen(const Env& env, const QString& target) { return env.shell->open(target, env.root); }
+bool IsWebAddress(const QString& target) {
+  for (const char* scheme : {"http://", "https://", "mailto:", "ftp://"})
+    if (target.startsWith(QLatin1String(scheme), Qt::CaseInsensitive)) return true;
+  return false;
+}
+
+QString CannotOpenText(const QString& target, bool copied) {
+  if (IsWebAddress(target))
+    return QStringLiteral("无法打开网址：") + kCrLf + target + kCrLf + kCrLf +
+           QStringLiteral("本机没有能打开网址的程序。") +
+           (copied ? QStringLiteral("网址已复制到剪贴板，可以粘贴到浏览器的地址栏里打开。") : QString());
+  return QStringLiteral("无法打开文件：") + kCrLf + target + kCrLf + kCrLf +
+         QStringLiteral("文件不存在，或本机没有能打开这类文件的程序。") +
+         (copied ? QStringLiteral("文件路径已复制到剪贴板。") : QString());
+}
+
+bool ShellOpen(const Env& env, const QString& target) {
+  if (env.shell->open(target, env.root)) return true;
+  // Nothing could be started: say so, and hand the user the address to
+  // open it some other way.
+  const QString shown = IsWebAddress(target) ? target : MapSeparators(target);
+  if (env.clipboard) env.clipboard->setText(shown);
+  env.msgBox(CannotOpenText(shown, env.clipboard != nullptr), box::Exclamation);
+  return false;
+}
 
 }  // namespace mj

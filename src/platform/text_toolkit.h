@@ -68,7 +68,13 @@ QString ShownText(const QString& text);
 QString HeldText(const QString& text);
 
 // Opens a file or an address with its registered program, working folder the
-// program folder.
+// program folder. When nothing could be started, the box of CannotOpenText
+// names it and the address or path goes to the clipboard; false then.
 bool ShellOpen(const Env& env, const QString& target);
+// http://, https://, ftp:// and mailto: addresses; anything else is a file.
+bool IsWebAddress(const QString& target);
+// The text of the box that says an address or file could not be opened;
+// `copied` adds that it is on the clipboard.
+QString CannotOpenText(const QString& target, bool copied);
 
 }  // namespace mj

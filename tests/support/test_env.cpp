@@ -17,6 +17,7 @@ TestEnv::TestEnv() : dir_(std::make_unique<QTemporaryDir>()) {
   env.boxes = &boxes;
   env.shell = &shell;
   env.dialogs = &dialogs;
+  env.clipboard = &clipboard;
 }
 
 TestEnv::TestEnv(const QString& copyFrom) : TestEnv() {

@@ -1,12 +1,14 @@
 #pragma once
 // A program folder of its own for each test, with a fixed clock, scripted
-// message boxes, a recording shell and scripted dialogs.
+// message boxes, a recording shell, scripted dialogs and a clipboard of its
+// own.
 
 #include <QString>
 #include <QTemporaryDir>
 #include <QUrl>
 #include <memory>
 
+#include "platform/clipboard.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/env.h"
@@ -26,6 +28,7 @@ class TestEnv {
   ScriptedBoxes boxes;
   RecordingShell shell;
   ScriptedDialogs dialogs;
+  MemoryClipboard clipboard;
 
   QString root() const { return env.root; }
   QString path(const QString& suffix) const { return env.path(suffix); }

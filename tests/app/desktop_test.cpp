@@ -1,0 +1,93 @@
+// The main window on a desktop: it fits the screen, its windows and boxes
+// open fully on the screen, and addresses that cannot be opened are said.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScreen>
+#include <QTest>
+
+#include "app/main_window.h"
+#include "law/law_query_window.h"
+#include "log/news.h"
+#include "settings/help_window.h"
+#include "support/printers.h"
+#include "support/program_folder.h"
+#include "support/window_checks.h"
+
+using namespace mj;
+
+namespace {
+
+struct Started {
+  test::TestEnv t;
+  std::unique_ptr<Form1> form;
+  explicit Started(bool load = true) {
+    test::MakeProgramFolder(t);
+    form = std::make_unique<Form1>(t.env);
+    if (load) form->load();
+  }
+};
+
+QRect smallArea() { return test::TestScreen(test::kSmallScreen)->availableGeometry(); }
+
+const QString kAddressBoxEnd =
+    u"\r\n\r\n本机没有能打开网址的程序。网址已复制到剪贴板，可以粘贴到浏览器的地址栏里打开。"_qs;
+
+}  // namespace
+
+TEST(Desktop, TheMainWindowStartsAtTheSizeOfTheAvailableArea) {
+  Started s;
+  s.form->show();
+  test::SettleLayouts();
+  EXPECT_EQ(s.form->frameGeometry(), smallArea());
+  EXPECT_EQ(s.form->state().ScaleX, 1024 * 15.0 / 12000.0);
+  EXPECT_EQ(s.form->state().ScaleY, 768 * 15.0 / 9000.0);
+  // As the program shows it: maximised, the same area.
+  s.form->showMaximized();
+  test::SettleLayouts();
+  EXPECT_EQ(s.form->frameGeometry(), smallArea());
+}
+
+TEST(Desktop, TheHelpWindowOpensFullyOnTheScreen) {
+  Started s;
+  s.t.writeGbk(u"\\ini\\lumenhelp.ini"_qs, u"[1]主窗口的说明\r\n[6]法律查询的说明\r\n"_qs);
+  s.form->showMaximized();
+  Form6* lawQuery = s.form->lawQueryWindow();
+  lawQuery->showAgain();
+  test::SettleLayouts();
+  // Where a window manager put it once: half below the screen.
+  QTest::keyClick(lawQuery->Text2, Qt::Key_F1);
+  Form18* help = s.form->helpWindow();
+  ASSERT_NE(help, nullptr);
+  help->hide();
+  help->move(600, 500);
+  QTest::keyClick(lawQuery->Text2, Qt::Key_F1);
+  test::SettleLayouts();
+  ASSERT_TRUE(help->isVisible());
+  EXPECT_TRUE(smallArea().contains(help->frameGeometry()))
+      << help->frameGeometry().y() << "+" << help->frameGeometry().height();
+  test::CheckOnScreens(help, u"help_window"_qs);
+}
+
+TEST(Desktop, TheSupportSiteThatCannotBeOpenedIsShownAndCopied) {
+  Started s;
+  s.t.shell.result = false;
+  s.form->HelpWeb->trigger();
+  ASSERT_EQ(s.t.boxes.shown().size(), 1);
+  EXPECT_EQ(s.t.boxes.shown()[0].text, u"无法打开网址：\r\n"_qs + Form1::supportSite() + kAddressBoxEnd);
+  EXPECT_EQ(s.t.clipboard.text(), Form1::supportSite());
+}
+
+TEST(Desktop, ANoticeLinkThatCannotBeOpenedIsShownAndCopied) {
+  Started s(false);
+  s.t.writeGbk(kNewsFile, u"[通知1]\r\n显示内容=示例通知\r\n链接=https://x/notice\r\n"_qs);
+  s.form->load();
+  s.form->show();
+  s.t.shell.result = false;
+  QTest::mouseClick(s.form->Label14[0], Qt::LeftButton);
+  ASSERT_EQ(s.t.boxes.shown().size(), 1);
+  EXPECT_EQ(s.t.boxes.shown()[0].text, u"无法打开网址：\r\nhttps://x/notice"_qs + kAddressBoxEnd);
+  EXPECT_EQ(s.t.clipboard.text(), u"https://x/notice"_qs);
+}
