@@ -520,10 +520,11 @@ void Form1::showNotices() {
 
 void Form1::openNoticeLink(const QString& link) {
   const QString target = NoticeLinkTarget(env(), link);
+  // An address the desktop cannot open is said by ShellOpen.
   if (target.isEmpty())
     env().msgBox(RefusedLinkText(link), box::Exclamation);
-  else if (!ShellOpen(env(), target))
-    env().msgBox(QStringLiteral("无法打开：") + target, box::Exclamation);
+  else
+    ShellOpen(env(), target);
 }
 
 void Form1::ShowNewsLabels(bool visible) {

@@ -10,7 +10,6 @@
 
 #include "app/main_window.h"
 #include "law/law_query_window.h"
-#include "log/news.h"
 #include "settings/help_window.h"
 #include "support/printers.h"
 #include "support/program_folder.h"
@@ -78,16 +77,4 @@ TEST(Desktop, TheSupportSiteThatCannotBeOpenedIsShownAndCopied) {
   ASSERT_EQ(s.t.boxes.shown().size(), 1);
   EXPECT_EQ(s.t.boxes.shown()[0].text, u"无法打开网址：\r\n"_qs + Form1::supportSite() + kAddressBoxEnd);
   EXPECT_EQ(s.t.clipboard.text(), Form1::supportSite());
-}
-
-TEST(Desktop, ANoticeLinkThatCannotBeOpenedIsShownAndCopied) {
-  Started s(false);
-  s.t.writeGbk(kNewsFile, u"[通知1]\r\n显示内容=示例通知\r\n链接=https://x/notice\r\n"_qs);
-  s.form->load();
-  s.form->show();
-  s.t.shell.result = false;
-  QTest::mouseClick(s.form->Label14[0], Qt::LeftButton);
-  ASSERT_EQ(s.t.boxes.shown().size(), 1);
-  EXPECT_EQ(s.t.boxes.shown()[0].text, u"无法打开网址：\r\nhttps://x/notice"_qs + kAddressBoxEnd);
-  EXPECT_EQ(s.t.clipboard.text(), u"https://x/notice"_qs);
 }

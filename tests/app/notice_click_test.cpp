@@ -8,6 +8,7 @@
 
 #include "app/main_window.h"
 #include "log/news.h"
+#include "platform/text_toolkit.h"
 #include "support/program_folder.h"
 
 using namespace mj;
@@ -58,5 +59,6 @@ TEST(NoticeClick, AnAddressTheDesktopCannotOpenIsSaid) {
   form.show();
   QTest::mouseClick(form.Label14[0], Qt::LeftButton);
   ASSERT_EQ(t.boxes.shown().size(), 1);
-  EXPECT_EQ(t.boxes.shown()[0].text, u"无法打开：https://mingjing.example.org/x"_qs);
+  EXPECT_EQ(t.boxes.shown()[0].text, CannotOpenText(u"https://mingjing.example.org/x"_qs, true));
+  EXPECT_EQ(t.clipboard.text(), u"https://mingjing.example.org/x"_qs);
 }
