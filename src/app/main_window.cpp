@@ -152,8 +152,8 @@ void Form1::buildMenu() {
     const QString site = SupportSite(env());
     if (site.isEmpty())
       env().msgBox(QStringLiteral("没有设置支持站点的地址（见") + env().path(kSiteFile) + QStringLiteral("）。"));
-    else if (!ShellOpen(env(), site))
-      env().msgBox(QStringLiteral("无法打开：") + site, box::Exclamation);
+    else
+      ShellOpen(env(), site);  // which says when nothing opens the address
   });
   connect(HelpYou, &QAction::triggered, this, [this] {
     env().msgBox(QStringLiteral("    你可以在每个界面上按F1功能键调出当") + kCrLf +

@@ -10,6 +10,7 @@
 
 #include "app/main_window.h"
 #include "law/law_query_window.h"
+#include "log/news.h"
 #include "settings/help_window.h"
 #include "support/printers.h"
 #include "support/program_folder.h"
@@ -75,6 +76,8 @@ TEST(Desktop, TheSupportSiteThatCannotBeOpenedIsShownAndCopied) {
   s.t.shell.result = false;
   s.form->HelpWeb->trigger();
   ASSERT_EQ(s.t.boxes.shown().size(), 1);
-  EXPECT_EQ(s.t.boxes.shown()[0].text, u"无法打开网址：\r\n"_qs + Form1::supportSite() + kAddressBoxEnd);
-  EXPECT_EQ(s.t.clipboard.text(), Form1::supportSite());
+  const QString site = SupportSite(s.t.env);
+  ASSERT_FALSE(site.isEmpty());
+  EXPECT_EQ(s.t.boxes.shown()[0].text, u"无法打开网址：\r\n"_qs + site + kAddressBoxEnd);
+  EXPECT_EQ(s.t.clipboard.text(), site);
 }
