@@ -19,12 +19,14 @@
 #include <QVBoxLayout>
 
 #include "app/format_documents.h"
+#include "app/log_entries_window.h"
 #include "app/splash_window.h"
 #include "app/startup.h"
 #include "bank/item_index.h"
 #include "bank/tables.h"
 #include "law/law_query_window.h"
 #include "law/numerals.h"
+#include "log/log_grid_widget.h"
 #include "papers/find_replace_window.h"
 #include "papers/paper_window.h"
 #include "platform/desktop_services_widget.h"
@@ -60,6 +62,7 @@ Form1::Form1(const Env& env, QWidget* parent) : QMainWindow(parent) {
   Timer1->setInterval(1000);
   wirePractice();
   wireLawQuery();
+  logEntries_ = new LogEntries(*this);
   wirePapers();
   // The question box follows the text style of the settings.
   connect(settings_.get(), &Settings::styleChanged, this, [this] { ApplyTextStyle(Text3, settings_->style()); });
@@ -124,7 +127,7 @@ void Form1::buildMenu() {
   // Entries whose windows come with later parts of the program stay disabled
   // until they are wired. Entries that need the data set are wired with
   // onDataEntry.
-  for (QAction* a : {zsd, AddNewLaw, DoneGuess, DoneNewItem, DoneNewByLawName, NewerProgram, RiZhi})
+  for (QAction* a : {zsd, AddNewLaw})
     a->setEnabled(false);
 
   onDataEntry(MyConfigMenu, [this] { settingsWindow()->openWindow(); });
@@ -212,9 +215,8 @@ void Form1::buildFaces() {
   gv->addWidget(ProgressBar1);
   MSFlexGrid1 = new DirectoryGrid;
   MSFlexGrid1->setEnv(&app_.env);
-  MSFlexGrid2 = new QTableWidget;
-  MSFlexGrid2->setObjectName(QStringLiteral("MSFlexGrid2"));
-  for (QTableWidget* g : {static_cast<QTableWidget*>(MSFlexGrid1), MSFlexGrid2}) {
+  MSFlexGrid2 = new LogGridWidget;
+  for (QTableWidget* g : {static_cast<QTableWidget*>(MSFlexGrid1), static_cast<QTableWidget*>(MSFlexGrid2)}) {
     g->setEditTriggers(QAbstractItemView::NoEditTriggers);
     g->verticalHeader()->setVisible(false);
     g->setVisible(false);
@@ -335,6 +337,7 @@ void Form1::openDirectory(DirectoryMode mode) {
   GridFaceUi ui({[this] { return needsData(); },
                  [this] {
                    ShowNewsLabels(false);
+                   MSFlexGrid2->setVisible(false);
                    showGrids();
                  },
                  this, Label7, ProgressBar1, MSFlexGrid1, Frame1, app_.ScaleX, app_.ScaleY});

@@ -25,6 +25,8 @@ class QTimer;
 namespace mj {
 
 class DirectoryGrid;
+class LogEntries;
+class LogGridWidget;
 enum class DirectoryMode;
 class Form4;
 class Form8;
@@ -136,7 +138,7 @@ class Form1 : public QMainWindow {
   // Grid face.
   QWidget* gridPage = nullptr;
   DirectoryGrid* MSFlexGrid1 = nullptr;  // directory of banks
-  QTableWidget* MSFlexGrid2 = nullptr;   // lists of days and questions
+  LogGridWidget* MSFlexGrid2 = nullptr;  // lists of days and questions
   QLabel* Label7 = nullptr;              // text while a count runs
   QProgressBar* ProgressBar1 = nullptr;
   // Practice face.
@@ -182,6 +184,7 @@ class Form1 : public QMainWindow {
   DbfTable lawNames_;  // kept open from the start: the law-name table is readable
   QList<Notice> notices_;
   NewsDownload* news_ = nullptr;
+  LogEntries* logEntries_ = nullptr;
   bool closing_ = false;
 };
 
