@@ -324,7 +324,13 @@ const QString& LawQuery::lawText() const {
 
 void LawQuery::show(const QString& text) {
   view = text;
+  articlesTitle.clear();
   ++viewVersion;
+}
+
+void LawQuery::keepResult() {
+  lastResult = view;
+  lastResultTitle = articlesTitle;
 }
 
 void LawQuery::setQueryState() {
@@ -407,7 +413,7 @@ void LawQuery::clickNode(int i) {
   file = node.tag;
   emphasesItem();
   if (!group) result.setSingle(Len(lawText()), title);
-  lastResult = view;
+  keepResult();
   setQueryState();
 }
 
@@ -431,6 +437,7 @@ void LawQuery::query() {
       show(kNoSuchArticle);
     } else {
       show(text);
+      articlesTitle = title;
       result.setSingle(Len(text), title);
     }
     keypadOpen = false;
@@ -440,7 +447,7 @@ void LawQuery::query() {
     show(text.isEmpty() ? NothingFoundText(Text2) : text);
   }
   resultShown = true;
-  lastResult = view;
+  keepResult();
   setQueryState();
   focusResult = true;
 }
@@ -456,7 +463,7 @@ void LawQuery::fullText() {
   result.clear();
   if (!lawText().isEmpty()) result.setSingle(Len(lawText()), title);
   resultShown = true;
-  lastResult = view;
+  keepResult();
   setQueryState();
   focusResult = true;
 }
@@ -540,8 +547,13 @@ void LawQuery::saveTheText() {
 
 void LawQuery::mergeToText() {
   if (!menu.MergeToText) return;
-  lastResult = view;
-  if (!tempText.contains(view)) tempText += view;
+  keepResult();
+  // Articles found by their numbers do not name their law: the temporary
+  // text, which gathers several laws, puts the law's title above them.
+  QString piece = view;
+  if (!articlesTitle.isEmpty())
+    piece = (articlesTitle.startsWith(u'《') ? articlesTitle : u'《' + articlesTitle + u'》') + kCrLf + view;
+  if (!tempText.contains(piece)) tempText += piece;
 }
 
 void LawQuery::lookText() {
@@ -557,6 +569,7 @@ void LawQuery::saveTempText() {
 void LawQuery::goBack() {
   if (!menu.GoBack) return;
   show(lastResult);
+  articlesTitle = lastResultTitle;
   setQueryState();
 }
 
@@ -649,7 +662,7 @@ void LawQuery::openLawAt(const QString& lawTitle, const QString& item) {
   law_ = LoadLawByName(env_, lawTitle);
   show(lawText());
   resultShown = true;
-  lastResult = view;
+  keepResult();
   setQueryState();
   // Any place in the text belongs to this law.
   result.setSingle(66, marked);

@@ -191,6 +191,11 @@ class LawQuery {
   LawResultIndex result;
   QString tempText;
   QString lastResult;
+  // The law whose articles the view shows as a query by article numbers
+  // printed them (without the law's name); empty for any other view. The
+  // same for lastResult.
+  QString articlesTitle;
+  QString lastResultTitle;
   QString longIds;  // the questions of the clicked article
 
   // ---- Actions ----------------------------------------------------------
@@ -260,6 +265,8 @@ class LawQuery {
 
  private:
   void show(const QString& text);
+  // The shown view becomes the last result, with the law its articles belong to.
+  void keepResult();
   void setQueryState();
   void setTempState();
   void emphasesItem();

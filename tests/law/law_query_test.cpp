@@ -662,7 +662,9 @@ TEST_F(LawQueryTest, TheTemporaryTextCollectsResults) {
   q->mergeToText();  // already in it
   numbers(u"10"_qs);
   q->mergeToText();
-  EXPECT_EQ(q->tempText, Articles({3}) + Articles({10}));
+  // Articles found by their numbers come with the law's name above them.
+  const QString named = u"《示例法》\r\n"_qs;
+  EXPECT_EQ(q->tempText, named + Articles({3}) + named + Articles({10}));
   q->lookText();
   EXPECT_EQ(q->view, q->tempText);
   EXPECT_TRUE(q->inTempText);
@@ -676,7 +678,7 @@ TEST_F(LawQueryTest, TheTemporaryTextCollectsResults) {
   EXPECT_TRUE(q->menu.GoBack);
   // The user's edits are the temporary text.
   q->editView(q->view + u"我的笔记"_qs);
-  EXPECT_EQ(q->tempText, Articles({3}) + Articles({10}) + u"我的笔记"_qs);
+  EXPECT_EQ(q->tempText, named + Articles({3}) + named + Articles({10}) + u"我的笔记"_qs);
   // A click does nothing here.
   q->clickInView(5);
   EXPECT_FALSE(q->Command5Enabled);
@@ -690,6 +692,27 @@ TEST_F(LawQueryTest, TheTemporaryTextCollectsResults) {
   EXPECT_FALSE(q->menu.SaveTempText);
   EXPECT_FALSE(q->menu.GoBack);
   EXPECT_EQ(q->Command5Caption, u"相关试题"_qs);
+}
+
+TEST_F(LawQueryTest, TheSavedTemporaryTextNamesTheLawOfItsArticles) {
+  pick(u"《示例法》"_qs);
+  numbers(u"3"_qs);
+  q->lookText();
+  q->goBack();  // back at the articles: they still belong to the law
+  q->mergeToText();
+  // A search result names its laws itself.
+  search(u"盗窃"_qs);
+  const QString found = q->view;
+  ASSERT_TRUE(found.startsWith(u"《示例法》\r\n"_qs));
+  q->mergeToText();
+  // The whole law names itself too.
+  q->fullText();
+  EXPECT_TRUE(q->articlesTitle.isEmpty());
+  const QString target = te.path(u"\\临时.txt"_qs);
+  te.dialogs.answer(target);
+  q->lookText();
+  q->saveTempText();
+  EXPECT_EQ(ReadText(target), u"《示例法》\r\n"_qs + Articles({3}) + found);
 }
 
 TEST_F(LawQueryTest, EmptyingTheTemporaryText) {
@@ -781,8 +804,8 @@ TEST_F(LawQueryTest, SavingTheTemporaryText) {
   te.dialogs.answer(te.path(u"\\t.txt"_qs));
   q->saveTempText();
   ASSERT_EQ(te.dialogs.fileRequests.size(), 1);
-  EXPECT_EQ(te.dialogs.fileRequests[0].fileName, u"第十条盗窃公私财物，数额较大的，处三年以"_qs);
-  EXPECT_EQ(te.readGbk(u"\\t.txt"_qs), Articles({10}) + u"笔记"_qs);
+  EXPECT_EQ(te.dialogs.fileRequests[0].fileName, u"《示例法》第十条盗窃公私财物，数额较大的"_qs);
+  EXPECT_EQ(te.readGbk(u"\\t.txt"_qs), u"《示例法》\r\n"_qs + Articles({10}) + u"笔记"_qs);
 }
 
 TEST(MayBeFileName, Rules) {
