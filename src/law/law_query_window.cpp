@@ -16,6 +16,7 @@
 #include <QSignalBlocker>
 #include <QTextBlock>
 #include <QTimer>
+#include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -72,22 +73,38 @@ Form6::Form6(const Env& env, const ItemIndex* items, QWidget* parent) : QWidget(
   tv->addWidget(TreeView1, 1);
   TreePanel->setFixedWidth(280);
   h->addWidget(TreePanel);
+  // While a law is read the tree makes room; this handle at the left edge
+  // brings it back (so does the mouse at the left edge of the text).
+  TreeHandle = new QToolButton;
+  TreeHandle->setObjectName(QStringLiteral("TreeHandle"));
+  TreeHandle->setText(QStringLiteral("目\n录\n»"));
+  TreeHandle->setToolTip(QStringLiteral("显示法律目录"));
+  TreeHandle->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+  TreeHandle->setVisible(false);
+  h->addWidget(TreeHandle);
+  connect(TreeHandle, &QToolButton::clicked, this, [this] {
+    setTreeVisible(true);
+    TreeView1->setFocus(Qt::OtherFocusReason);
+  });
 
   // The boxes, the buttons and the view.
+  // The label names the law on a line of its own: a long title leaves the
+  // boxes their room on a 1024 pixel wide screen.
   auto* right = new QVBoxLayout;
-  auto* top = new QHBoxLayout;
   Label3 = new QLabel;
   Label3->setObjectName(QStringLiteral("Label3"));
-  top->addWidget(Label3);
+  right->addWidget(Label3);
+  auto* top = new QHBoxLayout;
   Text1 = new QLineEdit;
   Text1->setObjectName(QStringLiteral("Text1"));
   Text1->setPlaceholderText(kArticleBoxPrompt);
-  Text1->setMinimumWidth(220);
+  // Wide enough for its whole prompt.
+  Text1->setMinimumWidth(Text1->fontMetrics().horizontalAdvance(kArticleBoxPrompt) + 16);
   top->addWidget(Text1);
   Text2 = new QLineEdit;
   Text2->setObjectName(QStringLiteral("Text2"));
   Text2->setToolTip(QStringLiteral("在这里输入要查找的文字"));
-  Text2->setMinimumWidth(200);
+  Text2->setMinimumWidth(140);
   top->addWidget(Text2, 1);
   Command3 = Button(QStringLiteral("Command3"), QStringLiteral("查询"));
   Command4 = Button(QStringLiteral("Command4"), QStringLiteral("全文"));
@@ -329,10 +346,7 @@ void Form6::viewClicked(bool ctrl) {
   const qsizetype caret = TextIndexOf(query_.view, RichTextBox1->document(), c.selectionStart());
   query_.clickInViewAndJump(caret, ctrl);
   // Reading a law: the tree makes room for the text.
-  if (query_.readingResult() && TreePanel->isVisible()) {
-    TreePanel->setVisible(false);
-    layout()->activate();
-  }
+  if (query_.readingResult() && TreePanel->isVisible()) setTreeVisible(false);
   render();
 }
 
@@ -366,8 +380,14 @@ void Form6::openAtAnswer(const QString& answerText) {
     showAgain();
 }
 
+void Form6::setTreeVisible(bool visible) {
+  TreePanel->setVisible(visible);
+  TreeHandle->setVisible(!visible);
+  layout()->activate();
+}
+
 void Form6::showOpenedLaw() {
-  TreePanel->setVisible(true);
+  setTreeVisible(true);
   showAgain();
   render();
 }
@@ -420,10 +440,7 @@ bool Form6::eventFilter(QObject* watched, QEvent* event) {
       }
     } else if (type == QEvent::MouseMove) {
       auto* m = static_cast<QMouseEvent*>(event);
-      if (m->position().x() < 8 && !TreePanel->isVisible()) {
-        TreePanel->setVisible(true);
-        layout()->activate();
-      }
+      if (m->position().x() < 8 && !TreePanel->isVisible()) setTreeVisible(true);
     }
   }
   return QWidget::eventFilter(watched, event);

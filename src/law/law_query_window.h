@@ -17,6 +17,7 @@ class QMenu;
 class QPlainTextEdit;
 class QPushButton;
 class QTimer;
+class QToolButton;
 class QTreeWidget;
 class QTreeWidgetItem;
 
@@ -83,6 +84,7 @@ class Form6 : public QWidget {
   QPushButton* Command9 = nullptr;  // export of the law texts (hidden)
   QPlainTextEdit* RichTextBox1 = nullptr;
   QWidget* TreePanel = nullptr;  // the tree and the order buttons
+  QToolButton* TreeHandle = nullptr;  // brings the hidden tree back
   QMenu* MenuForRightButton = nullptr;
   QAction* SaveTheText = nullptr;
   QAction* MergeToText = nullptr;
@@ -108,6 +110,7 @@ class Form6 : public QWidget {
   void loadTree(LawTreeOrder order);
   void viewClicked(bool ctrl);
   void showKeypad(bool visible);
+  void setTreeVisible(bool visible);
   // After a law was opened from an answer: the tree, the window, the state.
   void showOpenedLaw();
 

@@ -84,16 +84,9 @@ void PracticeFrame::build() {
   Text3->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   outer->addWidget(Text3, 1);
 
-  // The uncertain mark and the answers.
+  // The answers. The fifteen buttons of a free-choice question take the
+  // whole row on a 1024 pixel wide screen.
   auto* answers = new QHBoxLayout;
-  Check1 = new QCheckBox(this);
-  Check1->setObjectName(QStringLiteral("Check1"));
-  Label13 = new QLabel(QStringLiteral("也许是……"), this);
-  Label13->setObjectName(QStringLiteral("Label13"));
-  Label13->installEventFilter(this);
-  answers->addWidget(Check1);
-  answers->addWidget(Label13);
-  answers->addSpacing(12);
   Frame6 = new QGroupBox(QStringLiteral("答案"), this);
   Frame6->setObjectName(QStringLiteral("Frame6"));
   const QStringList& captions = AnswerCaptions();
@@ -116,8 +109,16 @@ void PracticeFrame::build() {
   answers->addStretch(1);
   outer->addLayout(answers);
 
-  // Moving and the text size.
+  // The uncertain mark, moving and the text size.
   auto* bottom = new QHBoxLayout;
+  Check1 = new QCheckBox(this);
+  Check1->setObjectName(QStringLiteral("Check1"));
+  Label13 = new QLabel(QStringLiteral("也许是……"), this);
+  Label13->setObjectName(QStringLiteral("Label13"));
+  Label13->installEventFilter(this);
+  bottom->addWidget(Check1);
+  bottom->addWidget(Label13);
+  bottom->addSpacing(12);
   moveBar_ = new QWidget(this);
   auto* moves = new QHBoxLayout(moveBar_);
   moves->setContentsMargins(0, 0, 0, 0);
@@ -214,10 +215,12 @@ void PracticeFrame::layoutAnswerButtons() {
   int captionWidth = 0;
   for (int i = row.first; i <= row.last; ++i)
     captionWidth = qMax(captionWidth, Command2[i]->fontMetrics().horizontalAdvance(Command2[i]->text()));
-  const int width = qMax(static_cast<int>(row.width * sx), captionWidth + 16);
+  const int width = qMax(static_cast<int>(row.width * sx), captionWidth + 12);
   const int height = qMax(static_cast<int>(row.height * sy), Command2[0]->fontMetrics().height() + 10);
-  const int step = qMax(static_cast<int>(row.step * sx), width + 4);
-  const int left = qMax(static_cast<int>(row.left * sx), 8);
+  const int step = qMax(static_cast<int>(row.step * sx), width + 2);
+  // A narrow margin in the frame: the row of a free-choice question must
+  // fit a 1024 pixel wide window.
+  const int left = qBound(4, static_cast<int>(row.left * sx), 12);
   const int top = Frame6->fontMetrics().height() + 6;
   for (int i = 0; i < kAnswerButtonCount; ++i) {
     QPushButton* b = Command2[i];

@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
+#include <QToolButton>
 #include <QTextBlock>
 #include <QTreeWidget>
 
@@ -140,6 +141,19 @@ TEST_F(Form6Test, PickQueryClickAndTheRelatedQuestions) {
                    Qt::NoButton, Qt::NoButton, Qt::NoModifier);
   QCoreApplication::sendEvent(form->RichTextBox1->viewport(), &move);
   EXPECT_TRUE(form->TreePanel->isVisible());
+  EXPECT_FALSE(form->TreeHandle->isVisible());
+  // So does the handle that stands in the tree's place, by mouse or key.
+  clickView(u"第12号"_qs);
+  ASSERT_FALSE(form->TreePanel->isVisible());
+  ASSERT_TRUE(form->TreeHandle->isVisible());
+  EXPECT_EQ(form->TreeHandle->toolTip(), u"显示法律目录"_qs);
+  EXPECT_LT(form->TreeHandle->geometry().right(), form->RichTextBox1->geometry().left());
+  shot(u"law_query_tree_hidden"_qs);
+  form->TreeHandle->setFocus(Qt::TabFocusReason);
+  QTest::keyClick(form->TreeHandle, Qt::Key_Space);
+  EXPECT_TRUE(form->TreePanel->isVisible());
+  EXPECT_FALSE(form->TreeHandle->isVisible());
+  EXPECT_EQ(form->focusWidget(), form->TreeView1);
 
   QString ranIds;
   int ranCount = 0;
@@ -271,10 +285,10 @@ TEST_F(Form6Test, TheMenuAndTheTemporaryText) {
   c.movePosition(QTextCursor::End);
   form->RichTextBox1->setTextCursor(c);
   Type(form->RichTextBox1, u"注"_qs);
-  EXPECT_EQ(form->query().tempText, u"　　第十条　盗窃公私财物，数额较大的，处三年以下有期徒刑。\r\n注"_qs);
+  EXPECT_EQ(form->query().tempText, u"《示例法》\r\n　　第十条　盗窃公私财物，数额较大的，处三年以下有期徒刑。\r\n注"_qs);
   te.dialogs.answer(te.path(u"\\temp.txt"_qs));
   form->SaveTempText->trigger();
-  EXPECT_EQ(te.readGbk(u"\\temp.txt"_qs), u"　　第十条　盗窃公私财物，数额较大的，处三年以下有期徒刑。\r\n注"_qs);
+  EXPECT_EQ(te.readGbk(u"\\temp.txt"_qs), u"《示例法》\r\n　　第十条　盗窃公私财物，数额较大的，处三年以下有期徒刑。\r\n注"_qs);
   shot(u"law_query_temporary_text"_qs);
   form->GoBack->trigger();
   EXPECT_TRUE(form->RichTextBox1->isReadOnly());

@@ -1,0 +1,106 @@
+// The windows a candidate meets on the first day, on the demonstration data,
+// at 1024×768 and at 1600×1000: screenshots, and nothing cut off.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTest>
+#include <QTextEdit>
+
+#include "app/main_window.h"
+#include "law/law_query_window.h"
+#include "platform/vbtext.h"
+#include "practice/answer_window.h"
+#include "practice/directory_widget.h"
+#include "practice/practice_frame_widget.h"
+#include "support/printers.h"
+#include "support/test_env.h"
+#include "support/window_checks.h"
+
+namespace mj {
+namespace {
+
+class DesktopScreens : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (test::DemoDataDir().isEmpty()) GTEST_SKIP() << "no demonstration data built";
+    t = std::make_unique<test::TestEnv>(test::DemoDataDir());
+    t->writeGbk(u"\\ini\\userself.ini"_qs,
+                u"STOKTIMES=1\r\nSTADDNUM=1\r\nSTPASSDAYS=30\r\nTSOKTIMES=1\r\nTSADDNUM=1\r\nTSPASSDAYS=30\r\n"
+                u"PUBFONTSIZE=15\r\nPUBBACKCOLOR=16777215\r\nPUBFORECOLOR=0\r\nSTLASTUPDATE=0\r\n"
+                u"TSLASTUPDATE=0\r\nPUBFONTNAME=宋体\r\nPUBFONTIT=FALSE\r\nPUBFONTBOLD=FALSE\r\n"_qs);
+    t->clock.set(QDateTime(QDate(2026, 11, 21), QTime(9, 30)));
+    form = std::make_unique<Form1>(t->env);
+    ASSERT_EQ(form->load(), Form1::LoadOutcome::Running);
+    form->showMaximized();
+    test::SettleLayouts();
+  }
+  void TearDown() override {
+    if (form) {
+      form->practice->answerWindow()->hide();
+      form->lawQueryWindow()->hide();
+      form->hide();
+    }
+  }
+  DirectoryGrid* grid() { return form->MSFlexGrid1; }
+  PracticeFrame* frame() { return form->practice; }
+  Form3* form3() { return frame()->answerWindow(); }
+  PracticeRun& run() { return form->state().Run; }
+
+  // Opens the headings over the bank of that file and starts its run.
+  void startBank(const QString& file) {
+    const Directory& d = grid()->directory();
+    int row = 0;
+    for (int r = 1; r <= d.rowCount() && row == 0; ++r)
+      if (d.text(r, kColFile).endsWith(file)) row = r;
+    ASSERT_GT(row, 0);
+    for (int r = 1; r < row; ++r) {
+      long long a = 0, z = 0;
+      if (HeadingRange(d.text(r, kColFlag), a, z) && a <= row && row <= z) grid()->clickRow(r);
+    }
+    ASSERT_EQ(grid()->clickRow(row), DirectoryClick::Leaf);
+  }
+
+  std::unique_ptr<test::TestEnv> t;
+  std::unique_ptr<Form1> form;
+};
+
+TEST_F(DesktopScreens, StartPage) { test::CheckOnScreens(form.get(), u"main_start_page"_qs); }
+
+TEST_F(DesktopScreens, PracticeFrameOfAFreeChoiceBank) {
+  form->ShiTi->trigger();
+  startBank(u"100013.mmd"_qs);
+  ASSERT_EQ(run().CurType, 3);
+  test::CheckOnScreens(form.get(), u"practice_frame_free_choice"_qs);
+}
+
+TEST_F(DesktopScreens, AnswerWindow) {
+  form->ShiTi->trigger();
+  startBank(u"100011.mmd"_qs);
+  frame()->Command2[0]->click();
+  ASSERT_TRUE(form3()->isVisible());
+  test::CheckOnScreens(form3(), u"answer_window"_qs);
+}
+
+TEST_F(DesktopScreens, DirectoryAfterARunWithTheLargestFont) {
+  form->ShiTi->trigger();
+  startBank(u"100011.mmd"_qs);
+  for (int i = 0; i < 40; ++i) frame()->Frame6BigOrSmallCmd[0]->click();
+  frame()->Command2[0]->click();
+  form3()->Command1[3]->click();
+  frame()->Frame3Cmd[3]->click();
+  ASSERT_EQ(form->currentFace(), form->gridPage);
+  test::CheckOnScreens(form.get(), u"directory_largest_font"_qs);
+}
+
+TEST_F(DesktopScreens, LawQuery) {
+  form->FGCX->trigger();
+  Form6* f = form->lawQueryWindow();
+  ASSERT_TRUE(f->isVisible());
+  test::CheckOnScreens(f, u"law_query"_qs);
+}
+
+}  // namespace
+}  // namespace mj
