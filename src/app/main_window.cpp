@@ -29,6 +29,7 @@
 #include "log/log_grid_widget.h"
 #include "papers/find_replace_window.h"
 #include "papers/paper_window.h"
+#include "papers/question_editor_window.h"
 #include "platform/desktop_services_widget.h"
 #include "platform/paths.h"
 #include "platform/text_toolkit.h"
@@ -319,7 +320,25 @@ Form13* Form1::findWindow() {
   return form13_;
 }
 
+Form9* Form1::editorWindow() {
+  if (!form9_) {
+    form9_ = new Form9(env(), this);
+    // A saved question: the index rows follow the table, and the run shows
+    // the new text, so that the next answer uses the new key.
+    form9_->onSaved = [this](const QString&, const std::optional<ItemRow>& row, const QString& answerText) {
+      if (row) {
+        UpdateIndexRow(app_.ItemData, *row);
+        UpdateIndexRow(app_.AllItemData, *row);
+      }
+      practice->session().reloadCurrentQuestion(answerText);
+    };
+  }
+  return form9_;
+}
+
 void Form1::wirePapers() {
+  // 修改/注释 of the answer window: the editor on the question of the run.
+  practice->setEditorHook([this] { editorWindow()->editQuestion(practice->session().currentId()); });
   // 外部题库: the paper window over the hidden main window; a paper is opened
   // there.
   onDataEntry(OutShiTi, [this] {

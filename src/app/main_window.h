@@ -30,6 +30,7 @@ class LogGridWidget;
 enum class DirectoryMode;
 class Form4;
 class Form8;
+class Form9;
 class Form10;
 class Form13;
 class PracticeFrame;
@@ -76,6 +77,8 @@ class Form1 : public QMainWindow {
   // leaves for its practice.
   Form10* paperWindow();
   Form13* findWindow();
+  // The question editor of 修改/注释, created on first use.
+  Form9* editorWindow();
   PaperState& paperState() { return paper_; }
 
   // Faces of the client area.
@@ -180,6 +183,7 @@ class Form1 : public QMainWindow {
   Form6* form6_ = nullptr;
   Form10* form10_ = nullptr;
   Form13* form13_ = nullptr;
+  Form9* form9_ = nullptr;
   PaperState paper_;
   DbfTable lawNames_;  // kept open from the start: the law-name table is readable
   QList<Notice> notices_;

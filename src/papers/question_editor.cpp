@@ -154,6 +154,8 @@ BuiltQuestion OkItem(const QuestionParts& q, const QString& id, const QDate& tod
   if (!q.note.isEmpty())
     s += kCrLf + kNoteTag + q.note + kNoteDateTag + ChineseDate(today) + QStringLiteral("■") + kCrLf;
   if (Len(s) > 10 && s.startsWith(kCrLf)) s = s.mid(2);
+  // The next question's marker has to stay at the start of a line.
+  if (!s.endsWith(kCrLf)) s += kCrLf;
   s = SingleLineEnds(s);
 
   BuiltQuestion b;

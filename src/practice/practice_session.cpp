@@ -159,6 +159,18 @@ QString PracticeSession::showQuestionAt() {
   return q.stem;
 }
 
+void PracticeSession::reloadCurrentQuestion(const QString& answerText) {
+  PracticeRun& r = run();
+  if (r.CurIndex < 1 || r.CurIndex > r.count()) return;
+  r.BankFile.forget();
+  r.BankText = r.BankFile.MyGetAllShiTi(env(), r.RunIds, r.CurIndex);
+  const QuestionFields q = FieldsOf(r.BankText, r.CurNum, r.ProviderInfo);
+  view_.setQuestionText(q.stem);
+  r.AnswerField = q.answer;
+  makeLawText();
+  view_.setAnswerBoxes(q.stem, answerText + lawTextForBox());
+}
+
 QString PracticeSession::moveBy(int step) {
   run().TimerRunning = false;
   run().CurIndex += step;

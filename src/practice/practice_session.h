@@ -124,6 +124,12 @@ class PracticeSession {
   // A change of the exchange number box.
   void exchangeNumberChanged(const QString& text);
 
+  // After the question at CurIndex was changed in its bank file (the
+  // question editor): the file is read again, the frame shows the new stem,
+  // the answer window the stem and answerText with the law text of the new
+  // citations, and the next answer uses the new key.
+  void reloadCurrentQuestion(const QString& answerText);
+
   // The ID at CurIndex.
   QString currentId() const;
   // Whether 上题 / 下题 may be used now.
