@@ -78,6 +78,6 @@ QStringList PutBadLawToCombo(const QString& names);
 // The longest span of question numbers the check walks through; a paper
 // whose numbers span more (a stray number in the millions) is reported up to
 // there, so that a bad paper cannot make the check run for ever.
-inline constexpr qint64 kMaxNumberSpan = 20000;
+inline constexpr qint64 kMaxNumberSpan = 100000;
 
 }  // namespace mj

@@ -1,7 +1,5 @@
 #include "papers/paper_file.h"
 
-#include <QStringDecoder>
-#include <QStringEncoder>
 
 #include "platform/textfile.h"
 
@@ -11,10 +9,40 @@ namespace {
 
 const QByteArray kBom("\xEF\xBB\xBF");
 
+// Well-formed UTF-8 (no overlong forms, no surrogates, nothing above
+// U+10FFFF); stops at the first bad byte, so that a GBK file is told at once.
 bool IsValidUtf8(QByteArrayView bytes) {
-  QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-  const QString decoded = utf8.decode(bytes);  // the decoding runs on this conversion
-  return !utf8.hasError();
+  const auto* p = reinterpret_cast<const unsigned char*>(bytes.data());
+  const qsizetype n = bytes.size();
+  qsizetype i = 0;
+  while (i < n) {
+    const unsigned char c = p[i];
+    if (c < 0x80) {
+      ++i;
+      continue;
+    }
+    int more = 0;
+    unsigned char lo = 0x80, hi = 0xBF;  // the allowed range of the second byte
+    if (c >= 0xC2 && c <= 0xDF) {
+      more = 1;
+    } else if (c >= 0xE0 && c <= 0xEF) {
+      more = 2;
+      if (c == 0xE0) lo = 0xA0;
+      if (c == 0xED) hi = 0x9F;
+    } else if (c >= 0xF0 && c <= 0xF4) {
+      more = 3;
+      if (c == 0xF0) lo = 0x90;
+      if (c == 0xF4) hi = 0x8F;
+    } else {
+      return false;
+    }
+    if (i + more >= n) return false;  // cut off at the end
+    if (p[i + 1] < lo || p[i + 1] > hi) return false;
+    for (int k = 2; k <= more; ++k)
+      if (p[i + k] < 0x80 || p[i + k] > 0xBF) return false;
+    i += more + 1;
+  }
+  return true;
 }
 
 bool HasNonAscii(QByteArrayView bytes) {

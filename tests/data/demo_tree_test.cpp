@@ -95,7 +95,8 @@ TEST(DemoData, HasEveryFileOfTheLayout) {
                              u"\\ini\\listbox.ini"_qs,
                              u"\\readme\\autonewer.htm"_qs,
                              u"\\外部题库\\外部题库试样1.txt"_qs,
-                             u"\\外部题库\\外部题库试样2.txt"_qs};
+                             u"\\外部题库\\外部题库试样2.txt"_qs,
+                             u"\\外部题库\\外部题库试样3（含错误）.txt"_qs};
   for (const QString& f : files) EXPECT_TRUE(FileExists(DemoPath(f))) << f.toStdString();
   // The settings file is the program's to create.
   EXPECT_FALSE(PathExists(DemoPath(u"\\ini\\userself.ini"_qs)));

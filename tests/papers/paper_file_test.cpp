@@ -75,3 +75,18 @@ TEST(PaperFile, EncodingNames) {
 
 }  // namespace
 }  // namespace mj
+
+namespace mj {
+namespace {
+
+TEST(PaperFile, OnlyWellFormedUtf8CountsAsUtf8) {
+  // Cut off at the end, overlong, a surrogate, above U+10FFFF, a stray
+  // continuation byte: GBK.
+  for (const char* bad : {"\xE4\xB8", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\x80", "a\xE4\xB8\xAD\xE4"})
+    EXPECT_EQ(DetectPaperEncoding(QByteArray(bad)), PaperEncoding::Gbk) << bad;
+  for (const char* good : {"\xE4\xB8\xAD", "\xC2\xA9", "\xF0\x9F\x98\x80", "\xEF\xBF\xBD", "x\xF4\x8F\xBF\xBFy"})
+    EXPECT_EQ(DetectPaperEncoding(QByteArray(good)), PaperEncoding::Utf8) << good;
+}
+
+}  // namespace
+}  // namespace mj

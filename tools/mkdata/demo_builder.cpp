@@ -763,6 +763,8 @@ class Builder {
   void copySamples() {
     copyText(QStringLiteral("ini/sample1.ini"), QStringLiteral("外部题库/外部题库试样1.txt"));
     copyText(QStringLiteral("ini/sample2.ini"), QStringLiteral("外部题库/外部题库试样2.txt"));
+    // Further sample papers of the team, such as one with typical faults.
+    copyTexts(QStringLiteral("外部题库"), QStringLiteral("外部题库"));
   }
 
   void writePictures() {
