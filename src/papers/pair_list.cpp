@@ -2,6 +2,7 @@
 
 #include <QRegularExpression>
 
+#include "platform/dbftable.h"
 #include "platform/paths.h"
 #include "platform/text_toolkit.h"
 #include "platform/textfile.h"
@@ -107,6 +108,32 @@ QString ApplyPairs(const PairList& list, const QString& text) {
     if (!a.isEmpty()) t = ReplaceAll(t, a, b);
   }
   return t;
+}
+
+bool PutList1toDbf(const Env& env, const PairList& list) {
+  DbfTable t = DbfTable::create(env.path(QStringLiteral("\\dbf\\") + kPairTable),
+                                {{QStringLiteral("replstr"), 'C', 254, 0}, {QStringLiteral("selected"), 'N', 1, 0}});
+  if (!t.isOpen()) return false;
+  for (const PairEntry& e : list) {
+    const QString pair = PairOfEntry(e.text);
+    if (!IsOkPair(pair)) continue;
+    const int r = t.appendRow();
+    if (r < 0 || !t.setText(r, QStringLiteral("replstr"), pair) ||
+        !t.setNumber(r, QStringLiteral("selected"), e.ticked ? 1 : 0))
+      return false;
+  }
+  t.close();
+  return true;
+}
+
+PairList ReadListFromDbf(const Env& env) {
+  const DbfTable t = DbfTable::open(env.path(QStringLiteral("\\dbf\\") + kPairTable));
+  PairList list;
+  int n = 0;
+  for (const int r : t.rows())
+    list.append({NumberedEntry(++n, t.trimmedText(r, QStringLiteral("replstr"))),
+                 t.number(r, QStringLiteral("selected")) == 1});
+  return list;
 }
 
 bool LearnPair(const Env& env, const QString& find, const QString& repl) {

@@ -68,6 +68,15 @@ QString ApplyPairs(const PairList& list, const QString& text);
 // "^p" as CR LF.
 QString ExpandLineEnds(const QString& text);
 
+// The list as the table \dbf\willrepl.mmd keeps it (replstr: the pair,
+// selected: 1 ticked, 0 not), an older store of the same list that no
+// window uses any more: PutList1toDbf replaces the table's rows with the
+// valid entries, ReadListFromDbf gives them back numbered from 1. False when
+// the table cannot be written.
+inline const QString kPairTable = QStringLiteral("willrepl.mmd");
+bool PutList1toDbf(const Env& env, const PairList& list);
+PairList ReadListFromDbf(const Env& env);
+
 // The learning step of the find/replace window: the pair "[find]-->[repl]"
 // (as typed, "^p" kept) is appended ticked to the pair file unless that very
 // line is there already. Nothing is learned without a replacement. False

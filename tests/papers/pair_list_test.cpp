@@ -168,3 +168,21 @@ TEST(LearnPair, AMissingFileIsMade) {
 
 }  // namespace
 }  // namespace mj
+
+namespace mj {
+namespace {
+
+TEST(PairTable, TheOlderStoreOfTheList) {
+  test::TestEnv te;
+  te.mkdir(u"\\dbf"_qs);
+  const PairList l = {{u"1   [《刑诉》]-->[《刑事诉讼法》]"_qs, true}, {u"2   []-->[x]"_qs, true}, {u"3   [答：]-->[]"_qs, false}};
+  ASSERT_TRUE(PutList1toDbf(te.env, l));
+  EXPECT_EQ(ReadListFromDbf(te.env),
+            (PairList{{u"1   [《刑诉》]-->[《刑事诉讼法》]"_qs, true}, {u"2   [答：]-->[]"_qs, false}}));
+  test::TestEnv bare;
+  EXPECT_FALSE(PutList1toDbf(bare.env, l));
+  EXPECT_TRUE(ReadListFromDbf(bare.env).isEmpty());
+}
+
+}  // namespace
+}  // namespace mj
