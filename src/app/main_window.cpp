@@ -359,7 +359,7 @@ void Form1::openDirectory(DirectoryMode mode) {
                    MSFlexGrid2->setVisible(false);
                    showGrids();
                  },
-                 this, Label7, ProgressBar1, MSFlexGrid1, Frame1, app_.ScaleX, app_.ScaleY});
+                 this, Label7, ProgressBar1, MSFlexGrid1, Frame1, app_.ScaleY});
   SettingsWindowScheduling scheduling(*settingsWindow(), *settings_, env());
   EnterDirectory(app_, mode, ui, scheduling);
   inDirectoryEntry_ = false;

@@ -55,6 +55,9 @@ constexpr int kLeafRowHeight = 240;
 // The look of a heading row in the shown columns: QBColor(9), size 11.
 constexpr unsigned kHeadingColor = 0xFF0000;  // colour number (blue * 65536 + green * 256 + red)
 constexpr int kHeadingFontSize = 11;
+// The directory's own text size: banks as large as headings, whatever the
+// size of the question text.
+constexpr int kDirectoryFontSize = 11;
 constexpr int kHeaderFontSize = 15;
 
 // The column captions of a mode, "|"-separated, each led by its alignment

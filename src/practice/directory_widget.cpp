@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
+#include <QScrollBar>
 #include <array>
 
 #include "platform/vbtext.h"
@@ -14,6 +15,9 @@
 namespace mj {
 
 namespace {
+
+// Room beside the text of a cell.
+constexpr int kCellPadding = 12;
 
 Qt::Alignment alignmentOf(QChar c) {
   return (c == u'^' ? Qt::AlignHCenter : c == u'>' ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
@@ -33,16 +37,20 @@ DirectoryGrid::DirectoryGrid(QWidget* parent) : QTableWidget(parent) {
   setSelectionMode(QAbstractItemView::NoSelection);
   setWordWrap(false);
   verticalHeader()->setVisible(false);
+  // Row heights come from the directory's fonts alone (refresh), not from
+  // the grid's own font size.
+  verticalHeader()->setMinimumSectionSize(1);
   horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   horizontalHeader()->setHighlightSections(false);
   connect(this, &QTableWidget::cellClicked, this, [this](int r, int) { clickRow(r + 1); });
 }
 
-void DirectoryGrid::showDirectory(const Directory& directory, double scaleX, double scaleY) {
+void DirectoryGrid::showDirectory(const Directory& directory, double scaleY) {
   directory_ = directory;
-  scaleX_ = scaleX > 0 ? scaleX : 1.0;
   scaleY_ = scaleY > 0 ? scaleY : 1.0;
   refresh();
+  // Every entry starts at the labels, whatever was scrolled before.
+  horizontalScrollBar()->setValue(0);
 }
 
 int DirectoryGrid::shownRowHeight(int row) const {
@@ -56,64 +64,90 @@ int DirectoryGrid::shownColumnWidth(int column) const {
   return columnWidth(column);
 }
 
+QFont DirectoryGrid::ownFont() const {
+  QFont f = QApplication::font(this);
+  f.setPointSize(kDirectoryFontSize);
+  return f;
+}
+
 void DirectoryGrid::refresh() {
   setUpdatesEnabled(false);
   const Directory& d = directory_;
   setColumnCount(kDirectoryColumnCount);
   setRowCount(d.rowCount());
 
-  // The header row: the texts of the format, at size 15 from column 1 on,
-  // 400 twips high.
-  QFont headerFont = font();
+  // Every cell is drawn in the directory's own fonts, whatever size the
+  // grid itself was given: the columns stay as they are after a run with a
+  // large question font.
+  const QFont leafFont = ownFont();
+  QFont headerFont = leafFont;
   headerFont.setPointSize(kHeaderFontSize);
+  QFont headingFont = leafFont;
+  headingFont.setPointSize(kHeadingFontSize);
   horizontalHeader()->setFont(headerFont);
-  const QFontMetrics base(font());
   std::array<bool, kDirectoryColumnCount> visible{};
   for (int c = 0; c < kDirectoryColumnCount; ++c) visible[c] = IsVisibleColumn(c);
+
+  // The header row: the texts of the format at size 15 from column 1 on,
+  // 400 twips high. Their leading and trailing blanks, which widened the
+  // columns of the design, are left out: the columns are as wide as what
+  // they show, so that all of them fit a 1024 pixel window.
+  std::array<int, kDirectoryColumnCount> widths{};
   for (int c = 0; c < kDirectoryColumnCount; ++c) {
     const Directory::HeaderCell cell = c < d.header().size() ? d.header()[c] : Directory::HeaderCell{u'<', QString()};
-    auto* item = new QTableWidgetItem(cell.text);
+    auto* item = new QTableWidgetItem(cell.text.trimmed());
     item->setTextAlignment(alignmentOf(cell.alignment));
-    item->setFont(c == kColFixed ? font() : headerFont);
+    const QFont& f = c == kColFixed ? leafFont : headerFont;
+    item->setFont(f);
     setHorizontalHeaderItem(c, item);
-    // The format text sets the width from its text; the screen factor widens
-    // it. The caption at its own size always fits, except in the narrow
-    // fixed column.
-    const bool shown = c == kColFixed || visible[c];
-    setColumnHidden(c, !shown);
-    if (shown) {
-      const int scaled = static_cast<int>((base.horizontalAdvance(cell.text) + 8) * scaleX_);
-      const int caption = QFontMetrics(headerFont).horizontalAdvance(cell.text) + 16;
-      setColumnWidth(c, c == kColFixed ? scaled : qMax(scaled, caption));
-    }
+    widths[c] = QFontMetrics(f).horizontalAdvance(item->text()) + kCellPadding;
   }
   horizontalHeader()->setFixedHeight(
       qMax(static_cast<int>(kHeaderRowHeight * scaleY_ / 15), QFontMetrics(headerFont).height() + 6));
 
-  QFont headingFont = font();
-  headingFont.setPointSize(kHeadingFontSize);
+  // Headings and banks alike are one row high: the taller of the two fonts,
+  // or the heading height of the design when that is more.
+  const int rowHeight = qMax(static_cast<int>(kHeadingRowHeight * scaleY_ / 15),
+                             qMax(QFontMetrics(leafFont).height(), QFontMetrics(headingFont).height()) + 6);
   const QColor headingColor = colorOf(kHeadingColor);
   const QColor fixedBack = palette().color(QPalette::Button);
-  const int minLeaf = base.height() + 4;
-  const int minHeading = QFontMetrics(headingFont).height() + 4;
+  const QFontMetrics leafMetrics(leafFont);
+  const QFontMetrics headingMetrics(headingFont);
   for (int r = 1; r <= d.rowCount(); ++r) {
     const bool look = d.hasHeadingLook(r);
     for (int c = 0; c < kDirectoryColumnCount; ++c) {
-      auto* item = new QTableWidgetItem(d.text(r, c));
+      const QString text = d.text(r, c);
+      auto* item = new QTableWidgetItem(text);
       item->setTextAlignment(alignmentOf(c < d.header().size() ? d.header()[c].alignment : QChar(u'<')));
       item->setForeground(Qt::black);
+      item->setFont(leafFont);
       if (c == kColFixed) item->setBackground(fixedBack);
-      if (look && visible[c]) {
+      const bool blue = look && visible[c];
+      if (blue) {
         item->setForeground(headingColor);
         item->setFont(headingFont);
       }
       setItem(r - 1, c, item);
+      // Widths follow what the cells hold, hidden rows included, so that
+      // opening a heading does not move the columns.
+      widths[c] = qMax(widths[c], (blue ? headingMetrics : leafMetrics).horizontalAdvance(text) + kCellPadding);
     }
     const int twips = d.rowHeight(r);
     setRowHidden(r - 1, twips == 0);
-    if (twips > 0) setRowHeight(r - 1, qMax(static_cast<int>(twips * scaleY_ / 15), look ? minHeading : minLeaf));
+    if (twips > 0) setRowHeight(r - 1, rowHeight);
+  }
+  for (int c = 0; c < kDirectoryColumnCount; ++c) {
+    const bool shown = c == kColFixed || visible[c];
+    setColumnHidden(c, !shown);
+    if (shown) setColumnWidth(c, widths[c]);
   }
   setUpdatesEnabled(true);
+}
+
+void DirectoryGrid::showEvent(QShowEvent* event) {
+  QTableWidget::showEvent(event);
+  // The grid comes back after a run: with the labels in view.
+  horizontalScrollBar()->setValue(0);
 }
 
 DirectoryClick DirectoryGrid::clickRow(int row) {
@@ -196,7 +230,7 @@ void GridFaceUi::hideCounting() {
 
 void GridFaceUi::showDirectory(const Directory& directory) {
   if (!p_.grid) return;
-  p_.grid->showDirectory(directory, p_.scaleX, p_.scaleY);
+  p_.grid->showDirectory(directory, p_.scaleY);
   p_.grid->setVisible(true);
   if (p_.window) p_.window->update();
 }

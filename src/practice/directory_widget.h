@@ -29,9 +29,11 @@ class DirectoryGrid : public QTableWidget {
   // nothing.
   void setEnv(const Env* env) { env_ = env; }
 
-  // Shows a directory. Column widths follow the header texts, scaled by
-  // scaleX; row heights are twips scaled by scaleY.
-  void showDirectory(const Directory& directory, double scaleX, double scaleY);
+  // Shows a directory, scrolled to its left edge. Each column is as wide as
+  // its header caption and its cells need, in the
+  // directory's own fonts; headings and banks have one row height, at least
+  // the heading height of the design (twips scaled by scaleY).
+  void showDirectory(const Directory& directory, double scaleY);
   Directory& directory() { return directory_; }
   const Directory& directory() const { return directory_; }
   // Draws the directory again after a change of its rows.
@@ -44,6 +46,13 @@ class DirectoryGrid : public QTableWidget {
   int shownRowHeight(int row) const;
   int shownColumnWidth(int column) const;
 
+  // The font the cells of banks are drawn in (kDirectoryFontSize); the
+  // grid's own font size, which a practice run sets, does not change it.
+  QFont ownFont() const;
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  signals:
   // A bank row was clicked: practice starts there.
   void leafClicked(int row);
@@ -53,7 +62,6 @@ class DirectoryGrid : public QTableWidget {
  private:
   const Env* env_ = nullptr;
   Directory directory_;
-  double scaleX_ = 1.0;
   double scaleY_ = 1.0;
 };
 
@@ -82,7 +90,6 @@ class GridFaceUi : public DirectoryEntryUi {
     QProgressBar* progress = nullptr;    // ProgressBar1
     DirectoryGrid* grid = nullptr;       // MSFlexGrid1
     QList<QWidget*> frames;              // the Frame1 array
-    double scaleX = 1.0;
     double scaleY = 1.0;
   };
   explicit GridFaceUi(Parts parts) : p_(std::move(parts)) {}

@@ -84,15 +84,38 @@ TEST_F(DesktopScreens, AnswerWindow) {
   test::CheckOnScreens(form3(), u"answer_window"_qs);
 }
 
+// The directory keeps its columns after a run at the largest question font:
+// all counts in view at 1024 pixels, the labels at the left, one row height.
 TEST_F(DesktopScreens, DirectoryAfterARunWithTheLargestFont) {
   form->ShiTi->trigger();
+  QList<int> before;
+  for (int c = 0; c < grid()->columnCount(); ++c) before.append(grid()->shownColumnWidth(c));
+  grid()->horizontalScrollBar()->setValue(grid()->horizontalScrollBar()->maximum());
   startBank(u"100011.mmd"_qs);
   for (int i = 0; i < 40; ++i) frame()->Frame6BigOrSmallCmd[0]->click();
+  ASSERT_EQ(run().FontSize, 71);
   frame()->Command2[0]->click();
   form3()->Command1[3]->click();
   frame()->Frame3Cmd[3]->click();
   ASSERT_EQ(form->currentFace(), form->gridPage);
   test::CheckOnScreens(form.get(), u"directory_largest_font"_qs);
+  test::ShowOnScreen(form.get(), test::TestScreen(test::kSmallScreen));
+  form->ShiTi->trigger();
+  EXPECT_EQ(grid()->horizontalScrollBar()->value(), 0);
+  int right = 0;
+  for (int c = 0; c < grid()->columnCount(); ++c) {
+    // Opened headings may widen the label column, nothing else.
+    if (c != kColLabel) {
+      EXPECT_EQ(grid()->shownColumnWidth(c), before[c]) << c;
+    }
+    right += grid()->shownColumnWidth(c);
+  }
+  EXPECT_LE(right, grid()->viewport()->width());
+  const int height = grid()->shownRowHeight(1);
+  for (int r = 1; r <= grid()->rowCount(); ++r)
+    if (grid()->shownRowHeight(r) > 0) {
+      EXPECT_EQ(grid()->shownRowHeight(r), height) << r;
+    }
 }
 
 TEST_F(DesktopScreens, LawQuery) {

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QSignalSpy>
+#include <QScrollBar>
 #include <QTest>
 
 #include "support/printers.h"
@@ -47,11 +48,13 @@ QList<int> ShownRows(const DirectoryGrid& g) {
 TEST(DirectoryGrid, ShowsTheHeaderColumnsAndRows) {
   DirectoryGrid g;
   g.resize(900, 500);
-  g.showDirectory(Sample(), 1.0, 1.0);
+  g.showDirectory(Sample(), 1.0);
   ASSERT_EQ(g.columnCount(), 13);
   ASSERT_EQ(g.rowCount(), 5);
-  EXPECT_EQ(g.horizontalHeaderItem(5)->text(), u"总题数      "_qs);
-  EXPECT_EQ(g.horizontalHeaderItem(6)->text(), u"做次数   "_qs);
+  // The captions without the blanks that widened the columns of the format.
+  EXPECT_EQ(g.horizontalHeaderItem(5)->text(), u"总题数"_qs);
+  EXPECT_EQ(g.horizontalHeaderItem(6)->text(), u"做次数"_qs);
+  EXPECT_EQ(g.horizontalHeaderItem(12)->text(), u"适格题数"_qs);
   EXPECT_EQ(g.horizontalHeaderItem(1)->textAlignment() & Qt::AlignHorizontal_Mask, Qt::AlignLeft);
   EXPECT_EQ(g.horizontalHeaderItem(5)->textAlignment() & Qt::AlignHorizontal_Mask, Qt::AlignHCenter);
   EXPECT_EQ(g.horizontalHeaderItem(5)->font().pointSize(), 15);
@@ -73,18 +76,50 @@ TEST(DirectoryGrid, ShowsTheHeaderColumnsAndRows) {
   EXPECT_GT(g.shownRowHeight(1), 0);
 }
 
-TEST(DirectoryGrid, ColumnWidthsFollowTheScreenFactor) {
-  DirectoryGrid one, two, four;
-  one.showDirectory(Sample(), 1.0, 1.0);
-  two.showDirectory(Sample(), 2.0, 2.0);
-  four.showDirectory(Sample(), 4.0, 4.0);
-  for (int c : {1, 5, 12}) {
-    EXPECT_NEAR(four.shownColumnWidth(c), 2 * two.shownColumnWidth(c), 2);
-    // On a small screen the caption at its size still fits.
-    EXPECT_GE(one.shownColumnWidth(c),
-              QFontMetrics(one.horizontalHeaderItem(c)->font()).horizontalAdvance(one.horizontalHeaderItem(c)->text()));
+TEST(DirectoryGrid, ColumnsHoldTheirContentsInTheDirectorysOwnFont) {
+  test::TestEnv t;
+  DirectoryGrid plain, big;
+  big.setEnv(&t.env);
+  // A run has given the grid the largest question font.
+  QFont f = big.font();
+  f.setPointSize(71);
+  big.setFont(f);
+  plain.showDirectory(Sample(), 1.0);
+  big.showDirectory(Sample(), 1.0);
+  for (int c = 0; c < 13; ++c) EXPECT_EQ(big.shownColumnWidth(c), plain.shownColumnWidth(c)) << c;
+  for (int c : {1, 5, 6, 7, 8, 11, 12}) {
+    const QTableWidgetItem* h = big.horizontalHeaderItem(c);
+    EXPECT_GE(big.shownColumnWidth(c), QFontMetrics(h->font()).horizontalAdvance(h->text())) << c;
+    for (int r = 0; r < big.rowCount(); ++r) {
+      const QTableWidgetItem* it = big.item(r, c);
+      EXPECT_EQ(it->font().pointSize(), it->foreground().color() == QColor(Qt::black) ? kDirectoryFontSize : 11);
+      EXPECT_GE(big.shownColumnWidth(c), QFontMetrics(it->font()).horizontalAdvance(it->text())) << r << "," << c;
+    }
   }
-  EXPECT_GT(four.shownRowHeight(1), two.shownRowHeight(1));
+  // Banks and headings alike, one row height.
+  ASSERT_EQ(big.clickRow(1), DirectoryClick::Toggled);
+  EXPECT_EQ(big.shownRowHeight(1), plain.shownRowHeight(1));
+  EXPECT_EQ(big.shownRowHeight(4), big.shownRowHeight(1));
+  EXPECT_EQ(big.shownRowHeight(2), big.shownRowHeight(1));
+}
+
+TEST(DirectoryGrid, EveryEntryStartsAtTheLabels) {
+  QWidget window;
+  auto* g = new DirectoryGrid(&window);
+  g->resize(300, 200);
+  window.resize(300, 200);
+  g->showDirectory(Sample(), 1.0);
+  window.show();
+  QScrollBar* bar = g->horizontalScrollBar();
+  ASSERT_GT(bar->maximum(), 0);
+  bar->setValue(bar->maximum());
+  g->showDirectory(Sample(), 1.0);
+  EXPECT_EQ(bar->value(), 0);
+  // Hidden during a run, shown again at its end.
+  bar->setValue(bar->maximum());
+  g->hide();
+  g->show();
+  EXPECT_EQ(bar->value(), 0);
 }
 
 TEST(DirectoryGrid, ClickOnAHeadingTogglesOnALeafAnnounces) {
@@ -92,7 +127,7 @@ TEST(DirectoryGrid, ClickOnAHeadingTogglesOnALeafAnnounces) {
   DirectoryGrid g;
   g.setEnv(&t.env);
   g.resize(900, 500);
-  g.showDirectory(Sample(), 1.0, 1.0);
+  g.showDirectory(Sample(), 1.0);
   g.show();
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&g));
   QSignalSpy toggled(&g, &DirectoryGrid::headingToggled);
@@ -127,7 +162,7 @@ TEST(DirectoryGrid, RowWithoutQuestionsShowsTheBox) {
   Directory d;
   d.setRows({Row(u"待追加"_qs), Row(u"刑法"_qs, QString(), 8)});
   d.show(GridFormatText(DirectoryMode::CeShi));
-  g.showDirectory(d, 1.0, 1.0);
+  g.showDirectory(d, 1.0);
   QSignalSpy leaf(&g, &DirectoryGrid::leafClicked);
   EXPECT_EQ(g.clickRow(1), DirectoryClick::Empty);
   ASSERT_EQ(t.boxes.shown().size(), 1);
@@ -144,7 +179,7 @@ TEST(GridFaceUi, LabelBarAndGrid) {
   auto* grid = new DirectoryGrid(&window);
   auto* frame = new QWidget(&window);
   bool faceShown = false;
-  GridFaceUi ui({[] { return true; }, [&] { faceShown = true; }, &window, label, bar, grid, {frame}, 1.0, 1.0});
+  GridFaceUi ui({[] { return true; }, [&] { faceShown = true; }, &window, label, bar, grid, {frame}, 1.0});
   window.show();
   EXPECT_TRUE(ui.needsData());
   ui.prepareGridFace();

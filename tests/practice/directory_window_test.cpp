@@ -91,7 +91,8 @@ TEST(DirectoryWindow, ShiTiShowsTheInternalBanks) {
   // The grid: header of the mode, the heading closed with its sums.
   const Directory& d = w.grid()->directory();
   EXPECT_EQ(d.formatText(), GridFormatText(DirectoryMode::ShiTi));
-  EXPECT_EQ(w.grid()->horizontalHeaderItem(12)->text(), QChar(0x3000) + u"适格题数"_qs + QChar(0x3000) + u"    "_qs);
+  EXPECT_EQ(w.grid()->directory().header()[12].text, QChar(0x3000) + u"适格题数"_qs + QChar(0x3000) + u"    "_qs);
+  EXPECT_EQ(w.grid()->horizontalHeaderItem(12)->text(), u"适格题数"_qs);
   EXPECT_EQ(w.grid()->item(0, 1)->text(), u"+民法"_qs);
   EXPECT_EQ(w.grid()->item(0, kColTotal)->text(), u"4"_qs);
   EXPECT_EQ(w.grid()->item(0, kColEligible)->text(), u"3"_qs);
@@ -134,7 +135,7 @@ TEST(DirectoryWindow, CeShiAndChaJuanShowThePapers) {
   EXPECT_TRUE(w.form->state().AutoNext);
   EXPECT_TRUE(w.form->state().ItemData.isEmpty());
   EXPECT_EQ(w.form->state().FaceTable, u"csface.mmd"_qs);
-  EXPECT_EQ(w.grid()->horizontalHeaderItem(12)->text(), u"适格题数"_qs + QChar(0x3000) + u"      "_qs);
+  EXPECT_EQ(w.grid()->directory().header()[12].text, u"适格题数"_qs + QChar(0x3000) + u"      "_qs);
   EXPECT_EQ(w.grid()->item(0, 1)->text(), u"试卷一"_qs);
   EXPECT_EQ(w.grid()->item(0, kColEligible)->text(), u"1"_qs);  // wrong today: not due after 0 days
   EXPECT_EQ(w.form->state().settings->tsLastUpdate(), 1121);
@@ -146,7 +147,8 @@ TEST(DirectoryWindow, CeShiAndChaJuanShowThePapers) {
   EXPECT_EQ(w.form->state().OkTimes, -10);
   EXPECT_EQ(w.form->state().AddNum, 1);
   EXPECT_EQ(w.form->state().PassDays, -10);
-  EXPECT_EQ(w.grid()->horizontalHeaderItem(12)->text(), u"未做或错"_qs + QChar(0x3000) + u"      "_qs);
+  EXPECT_EQ(w.grid()->directory().header()[12].text, u"未做或错"_qs + QChar(0x3000) + u"      "_qs);
+  EXPECT_EQ(w.grid()->horizontalHeaderItem(12)->text(), u"未做或错"_qs);
   EXPECT_EQ(w.grid()->item(0, kColEligible)->text(), u"2"_qs);
   EXPECT_FALSE(w.grid()->isHidden());
 }
