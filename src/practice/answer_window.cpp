@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
@@ -109,8 +110,42 @@ Form3::Form3(QWidget* parent) : QWidget(parent, Qt::Window) {
   });
   connect(Text1, &QLineEdit::textChanged, this, &Form3::exchangeNumberChanged);
 
+  // 返回 is the window's default: Enter and Esc anywhere in the window do
+  // it, Page Up and Page Down move as 上一题 and 下一题 do.
+  Command1[3]->setDefault(true);
+  for (QWidget* w : findChildren<QWidget*>()) w->installEventFilter(this);
+
   resize(kStandardWidth, kStandardHeight);
   standardLayout();
+}
+
+bool Form3::handleKey(QObject* at, QKeyEvent* e) {
+  if (e->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return false;
+  auto press = [](QPushButton* b) {
+    if (b->isEnabled()) b->click();
+    return true;
+  };
+  switch (e->key()) {
+    case Qt::Key_Escape:
+      return press(Command1[3]);
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      // A button that has the focus is pressed itself. In the exchange
+      // number box Enter does nothing: a number takes effect as it is typed.
+      if (auto* b = qobject_cast<QPushButton*>(at)) return press(b);
+      if (at == Text1) return true;
+      return press(Command1[3]);
+    case Qt::Key_PageUp:
+      return press(Command1[1]);
+    case Qt::Key_PageDown:
+      return press(Command1[2]);
+    default:
+      return false;
+  }
+}
+
+void Form3::keyPressEvent(QKeyEvent* event) {
+  if (!handleKey(this, event)) QWidget::keyPressEvent(event);
 }
 
 void Form3::IniForm3Text() {
@@ -226,6 +261,7 @@ bool Form3::event(QEvent* event) {
 }
 
 bool Form3::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && handleKey(watched, static_cast<QKeyEvent*>(event))) return true;
   if (watched == Form3Text[1]->viewport() && event->type() == QEvent::MouseButtonDblClick) {
     auto* e = static_cast<QMouseEvent*>(event);
     if (answerTextDoubleClicked) {

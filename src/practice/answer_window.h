@@ -15,6 +15,7 @@
 
 #include "settings/settings.h"
 
+class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -103,8 +104,11 @@ class Form3 : public QWidget {
   void closeEvent(QCloseEvent* event) override;
   bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  // The keys of the window: true when the key was used.
+  bool handleKey(QObject* at, QKeyEvent* event);
   struct Kept {
     QString upper, lower;
     int upperScroll = 0, lowerScroll = 0;

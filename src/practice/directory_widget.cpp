@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFontMetrics>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -49,8 +50,15 @@ void DirectoryGrid::showDirectory(const Directory& directory, double scaleY) {
   directory_ = directory;
   scaleY_ = scaleY > 0 ? scaleY : 1.0;
   refresh();
-  // Every entry starts at the labels, whatever was scrolled before.
+  // Every entry starts at the labels, whatever was scrolled before, and at
+  // the first row for the keys.
   horizontalScrollBar()->setValue(0);
+  for (int r = 0; r < rowCount(); ++r)
+    if (!isRowHidden(r)) {
+      setCurrentCell(r, kColLabel);
+      break;
+    }
+  setFocus(Qt::OtherFocusReason);
 }
 
 int DirectoryGrid::shownRowHeight(int row) const {
@@ -146,8 +154,21 @@ void DirectoryGrid::refresh() {
 
 void DirectoryGrid::showEvent(QShowEvent* event) {
   QTableWidget::showEvent(event);
-  // The grid comes back after a run: with the labels in view.
+  // The grid comes back after a run: with the labels in view, ready for
+  // the keys.
   horizontalScrollBar()->setValue(0);
+  setFocus(Qt::OtherFocusReason);
+}
+
+void DirectoryGrid::keyPressEvent(QKeyEvent* event) {
+  // Enter or the space bar on a row is a click on it.
+  const int key = event->key();
+  if ((key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) && currentRow() >= 0 &&
+      !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
+    clickRow(currentRow() + 1);
+    return;
+  }
+  QTableWidget::keyPressEvent(event);
 }
 
 DirectoryClick DirectoryGrid::clickRow(int row) {

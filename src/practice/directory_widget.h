@@ -52,6 +52,7 @@ class DirectoryGrid : public QTableWidget {
 
  protected:
   void showEvent(QShowEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  signals:
   // A bank row was clicked: practice starts there.

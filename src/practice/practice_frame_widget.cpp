@@ -79,10 +79,11 @@ void PracticeFrame::build() {
   // The question.
   Text3 = new QTextEdit(this);
   Text3->setObjectName(QStringLiteral("Text3"));
-  Text3->setReadOnly(true);
+  // The candidate may type in the question (to mark words); any change of
+  // its text, typed or a new question, sets the run's clock going.
   Text3->setAcceptRichText(false);
-  Text3->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   outer->addWidget(Text3, 1);
+  connect(Text3, &QTextEdit::textChanged, this, [this] { session_.questionTextChanged(); });
 
   // The answers. The fifteen buttons of a free-choice question take the
   // whole row on a 1024 pixel wide screen.
@@ -164,8 +165,15 @@ void PracticeFrame::buildAnswerWindow() {
   connect(form3_, &Form3::providerRequested, this, [this] { session_.showProvider(); });
   connect(form3_, &Form3::discussionRequested, this, [this](const QString& a) { ShellOpen(app_.env, a); });
   connect(form3_, &Form3::exchangeNumberChanged, this, [this](const QString& t) { session_.exchangeNumberChanged(t); });
-  connect(form3_, &Form3::activated, this, [this] { form3_->setDiscussionLink(session_.discussionLink()); });
-  connect(form3_, &Form3::visibilityChanged, this, [this](bool v) { setBlocked(v); });
+  connect(form3_, &Form3::activated, this, [this] { setDiscussionLink(session_.discussionLink()); });
+  connect(form3_, &Form3::visibilityChanged, this, [this](bool v) {
+    setBlocked(v);
+    // Back from the answer window: the frame's keys work at once.
+    if (!v && isVisible()) {
+      window()->activateWindow();
+      setFocus(Qt::OtherFocusReason);
+    }
+  });
 }
 
 void PracticeFrame::setLawQueryHook(std::function<void()> hook) {
@@ -241,11 +249,8 @@ void PracticeFrame::setAnswerButtonsEnabled(bool enabled) { SetArrayEnabled(Comm
 
 void PracticeFrame::setQuestionText(const QString& text) {
   const QString shown = ShownText(text);
-  if (shown == shownQuestion_) return;
-  shownQuestion_ = shown;
+  if (shown == Text3->toPlainText()) return;
   Text3->setPlainText(shown);
-  // A change of the question's text starts the run's clock again.
-  session_.questionTextChanged();
 }
 
 QString PracticeFrame::questionText() const { return HeldText(Text3->toPlainText()); }
@@ -333,6 +338,8 @@ void PracticeFrame::setAnswerBoxes(const QString& upper, const QString& lower) {
 
 void PracticeFrame::setExchangeNumber(const QString& text) { form3_->setExchangeNumber(text); }
 
+void PracticeFrame::setDiscussionLink(const QString& address) { form3_->setDiscussionLink(address); }
+
 void PracticeFrame::showAnswerWindow() {
   if (!form3_->isVisible()) {
     // Over the main window, in the middle of it.
@@ -400,6 +407,13 @@ bool PracticeFrame::handleKey(QKeyEvent* e) {
       action = keys_.enter();
       break;
     case Qt::Key_Escape:
+      // Esc clears typed letters; with none it is 返回.
+      action = keys_.cancel();
+      if (action.kind == AnswerKeyAction::Ignored) {
+        press(Frame3Cmd[3]);
+        return true;
+      }
+      break;
     case Qt::Key_Backspace:
       action = keys_.cancel();
       break;

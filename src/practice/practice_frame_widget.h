@@ -110,6 +110,7 @@ class PracticeFrame : public QWidget, public PracticeView {
   void clearAnswerBoxes() override;
   void setAnswerBoxes(const QString& upper, const QString& lower) override;
   void setExchangeNumber(const QString& text) override;
+  void setDiscussionLink(const QString& address) override;
   void showAnswerWindow() override;
   void hideAnswerWindow() override;
   void selectAnswerText() override;
@@ -142,7 +143,6 @@ class PracticeFrame : public QWidget, public PracticeView {
   QWidget* moveBar_ = nullptr;
   int type_ = 1;
   AnswerKeys keys_;
-  QString shownQuestion_;
   bool blocked_ = false;
 };
 

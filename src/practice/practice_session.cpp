@@ -363,6 +363,8 @@ void PracticeSession::answerWindowMove(int index) {
   makeLawText();
   view_.setAnswerBoxes(upper, r.AnswerField + lawTextForBox());
   view_.setExchangeNumber(u'*' + r.CurItemId + u'*');
+  // 网上讨论 follows the question now shown.
+  view_.setDiscussionLink(discussionLink());
 }
 
 void PracticeSession::answerWindowReturn() {
@@ -380,7 +382,12 @@ bool PracticeSession::hideCurrentQuestion() {
 
 void PracticeSession::showHistory() { env().msgBox(GetHistoryText(run().NewStory), 0, kHistoryTitle); }
 
-void PracticeSession::showProvider() { env().msgBox(run().ProviderInfo, 0, kProviderTitle); }
+void PracticeSession::showProvider() {
+  // A question without a provider block says so rather than showing an
+  // empty box.
+  const QString& info = run().ProviderInfo;
+  env().msgBox(Trim(info).isEmpty() ? kNoProvider : info, 0, kProviderTitle);
+}
 
 QString PracticeSession::discussionLink() const {
   return DiscussionLink(app_.DataFolder, app_.ItemTable, currentId(), app_.NewsLink1, app_.NewsLink3);

@@ -66,6 +66,8 @@ class PracticeView {
   virtual void clearAnswerBoxes() = 0;
   virtual void setAnswerBoxes(const QString& upper, const QString& lower) = 0;
   virtual void setExchangeNumber(const QString& text) = 0;
+  // 网上讨论: the discussion address of the question shown (empty: none).
+  virtual void setDiscussionLink(const QString& address) = 0;
   virtual void showAnswerWindow() = 0;
   virtual void hideAnswerWindow() = 0;
   virtual void selectAnswerText() = 0;
@@ -79,6 +81,7 @@ inline const QString kHideTitle = QStringLiteral("请你确认");
 inline const QString kHideQuestion = QStringLiteral("按此按钮将永久隐藏该题，确定吗？");
 inline const QString kHistoryTitle = QStringLiteral("本题已做历史");
 inline const QString kProviderTitle = QStringLiteral("提供者信息");
+inline const QString kNoProvider = QStringLiteral("本题无试题提供者信息。");
 
 class PracticeSession {
  public:

@@ -9,8 +9,10 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSplitter>
+#include <QTest>
 #include <QTextEdit>
 
+#include "platform/text_toolkit.h"
 #include "practice_harness.h"
 
 using namespace mj;
@@ -115,12 +117,13 @@ TEST(AnswerWindow, ProviderBox) {
   ASSERT_EQ(h.t.boxes.shown().size(), 1);
   EXPECT_EQ(h.t.boxes.shown()[0].title, u"提供者信息"_qs);
   EXPECT_EQ(h.t.boxes.shown()[0].text, pt::kProvider);
-  // A question without a provider block has an empty one.
+  // A question without a provider block says so.
   h.form3()->Command1[3]->click();
   h.frame->Frame3Cmd[1]->click();
   h.answer(u"A"_qs);
   h.form3()->Command5[1]->click();
-  EXPECT_EQ(h.t.boxes.shown()[1].text, u""_qs);
+  EXPECT_EQ(h.t.boxes.shown()[1].text, u"本题无试题提供者信息。"_qs);
+  EXPECT_EQ(h.t.boxes.shown()[1].title, u"提供者信息"_qs);
 }
 
 TEST(AnswerWindow, HidingAskesFirstAndNoKeepsTheQuestion) {
@@ -228,6 +231,56 @@ TEST(AnswerWindow, DiscussionLinkFromTheForumFields) {
   h.frame->Frame3Cmd[2]->click();
   h.answer(u"A"_qs);
   EXPECT_FALSE(h.form3()->Command6->isEnabled());
+  // 上一题 and 下一题 of the answer window: the button follows the question.
+  h.form3()->Command1[1]->click();
+  EXPECT_EQ(h.run().CurIndex, 1);
+  EXPECT_TRUE(h.form3()->Command6->isEnabled());
+  h.form3()->Command1[2]->click();
+  EXPECT_FALSE(h.form3()->Command6->isEnabled());
+  h.form3()->Command1[1]->click();
+  // An address the desktop cannot open is shown and copied.
+  h.t.shell.result = false;
+  h.form3()->Command6->click();
+  ASSERT_EQ(h.t.boxes.shown().size(), 1);
+  EXPECT_EQ(h.t.boxes.shown()[0].text,
+            CannotOpenText(u"http://bbs.example.org/dispbbs.asp?boardid=14&id=1014&skin=1"_qs, true));
+  EXPECT_EQ(h.t.clipboard.text(), u"http://bbs.example.org/dispbbs.asp?boardid=14&id=1014&skin=1"_qs);
+}
+
+TEST(AnswerWindow, KeysOfTheWindow) {
+  Answered h;
+  Form3* f = h.form3();
+  EXPECT_TRUE(f->Command1[3]->isDefault());
+  // The answer box has the focus with its text selected.
+  EXPECT_EQ(f->focusWidget(), f->Form3Text[1]);
+  EXPECT_EQ(f->Form3Text[1]->textCursor().selectedText().size(), f->Form3Text[1]->toPlainText().size());
+  // Page Down and Page Up move, also from the answer box.
+  QTest::keyClick(f->Form3Text[1], Qt::Key_PageDown);
+  EXPECT_EQ(h.run().CurIndex, 2);
+  QTest::keyClick(f->Form3Text[0], Qt::Key_PageUp);
+  EXPECT_EQ(h.run().CurIndex, 1);
+  QTest::keyClick(f->Form3Text[0], Qt::Key_PageUp);  // the first: nothing
+  EXPECT_EQ(h.run().CurIndex, 1);
+  EXPECT_TRUE(f->isVisible());
+  // Enter in the exchange number box stays there; on a button it presses it.
+  QTest::keyClick(f->Text1, Qt::Key_Return);
+  EXPECT_TRUE(f->isVisible());
+  QTest::keyClick(f->Command5[1], Qt::Key_Return);
+  ASSERT_EQ(h.t.boxes.shown().size(), 1);
+  EXPECT_EQ(h.t.boxes.shown()[0].title, u"提供者信息"_qs);
+  EXPECT_TRUE(f->isVisible());
+  // Enter in a box is 返回.
+  QTest::keyClick(f->Form3Text[1], Qt::Key_Return);
+  EXPECT_FALSE(f->isVisible());
+  EXPECT_TRUE(h.frame->Frame6->isEnabled());
+  // Esc too.
+  h.answer(u"A"_qs);
+  ASSERT_TRUE(f->isVisible());
+  QTest::keyClick(f->Form3Text[0], Qt::Key_Escape);
+  EXPECT_FALSE(f->isVisible());
+  // The frame's keys work at once: Page Down moves there.
+  QTest::keyClick(h.frame->Text3, Qt::Key_PageDown);
+  EXPECT_EQ(h.run().CurIndex, 2);
 }
 
 TEST(AnswerWindow, OneShowReportsOneActivation) {

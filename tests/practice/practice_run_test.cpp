@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <QTextCursor>
 #include <QTextEdit>
 
 #include "law/citations.h"
@@ -203,7 +204,29 @@ TEST(PracticeRun, RunSecondsStandStillAfterAnAnswer) {
   EXPECT_TRUE(r.TimerRunning);
   h.session().Timer1_Timer();
   EXPECT_EQ(r.RunSeconds, 3);
-  // Moving to a question whose text is the same changes nothing.
+}
+
+TEST(PracticeRun, TypingInTheQuestionSetsTheClockGoing) {
+  PracticeHarness h;
+  h.enterShiTi();
+  ASSERT_TRUE(h.session().startFromDirectory(2));
+  PracticeRun& r = h.run();
+  h.answer(u"B"_qs);
+  h.form3()->Command1[3]->click();
+  ASSERT_FALSE(r.TimerRunning);
+  EXPECT_FALSE(h.frame->Text3->isReadOnly());
+  // A mark typed into the question (the letters A to D answer).
+  QTextCursor c = h.frame->Text3->textCursor();
+  c.movePosition(QTextCursor::End);
+  h.frame->Text3->setTextCursor(c);
+  QTest::keyClicks(h.frame->Text3, u"??"_qs);
+  EXPECT_TRUE(h.frame->Text3->toPlainText().endsWith(u"??"_qs));
+  EXPECT_TRUE(r.TimerRunning);
+  h.session().Timer1_Timer();
+  EXPECT_EQ(r.RunSeconds, 1);
+  // The next question replaces the marked text.
+  h.frame->Frame3Cmd[2]->click();
+  EXPECT_FALSE(h.frame->Text3->toPlainText().contains(u"??"_qs));
 }
 
 TEST(PracticeRun, FontButtonsStepByTwoAndStoreTheSize) {
@@ -410,6 +433,11 @@ TEST(PracticeRun, KeysCollectTheLettersOfAMultipleChoice) {
   QTest::keyClick(h.frame->Text3, Qt::Key_B);
   QTest::keyClick(h.frame->Text3, Qt::Key_Escape);
   EXPECT_TRUE(h.frame->typedLetters().isEmpty());
+  EXPECT_TRUE(h.frame->isVisible());
+  // With nothing typed Esc is 返回: the run ends, the grid comes back.
+  QTest::keyClick(h.frame->Text3, Qt::Key_Escape);
+  EXPECT_FALSE(h.frame->isVisible());
+  EXPECT_TRUE(h.gridShown);
 }
 
 TEST(PracticeRun, TheUncertainMarkIsSetByItsLabel) {
