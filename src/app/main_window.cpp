@@ -277,12 +277,30 @@ Form6* Form1::lawQueryWindow() {
   if (!form6_) {
     form6_ = new Form6(env(), &app_.AllItemData, this);
     // 相关NN题: a run over the article's questions, which leads back here.
-    form6_->onRelatedRun = [this](const QString& ids, int) { practice->startListRun(ids, true); };
+    form6_->onRelatedRun = [this](const QString& ids, int) {
+      // What the main window shows now comes back when the run ends: the
+      // start page, the directory, or the run that was open.
+      if (!beforeRelatedRun_)
+        beforeRelatedRun_ = BeforeRelatedRun{currentFace(), !MSFlexGrid1->isHidden(), practice->session().openRun()};
+      if (!practice->startListRun(ids, true)) restoreBeforeRelatedRun();
+    };
     form6_->setSeekAndReplaceHook([this] {
       findWindow()->openFor(kFindFromLawQuery, form6_->RichTextBox1, form6_, form6_->selectedViewText());
     });
   }
   return form6_;
+}
+
+void Form1::restoreBeforeRelatedRun() {
+  if (!beforeRelatedRun_) return;
+  BeforeRelatedRun before = std::move(*beforeRelatedRun_);
+  beforeRelatedRun_.reset();
+  if (before.run) {
+    practice->session().resumeRun(std::move(*before.run));
+    return;
+  }
+  faces_->setCurrentWidget(before.face);
+  MSFlexGrid1->setVisible(before.directoryShown);
 }
 
 void Form1::wireLawQuery() {
@@ -293,6 +311,7 @@ void Form1::wireLawQuery() {
   });
   // The end of a run from the law query shows the law query again.
   practice->lawQueryHook = [this] {
+    restoreBeforeRelatedRun();
     Form6* f = lawQueryWindow();
     f->FromLawQuery = false;
     f->showAgain();

@@ -7,6 +7,7 @@
 #include <QMainWindow>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "log/news.h"
 #include "papers/paper_state.h"
@@ -169,6 +170,8 @@ class Form1 : public QMainWindow {
   void step(int n);
   void applyTitle();
   void unloadSplash();
+  // After a run of the law query's 相关NN题: the face and the run of before.
+  void restoreBeforeRelatedRun();
   // The end of the start once the news file came (or did not): the
   // notices, the splash gone, StartedOk.
   void finishStart(bool showNews);
@@ -181,6 +184,12 @@ class Form1 : public QMainWindow {
   Form8* splash_ = nullptr;
   Form18* help_ = nullptr;
   Form6* form6_ = nullptr;
+  struct BeforeRelatedRun {
+    QWidget* face = nullptr;
+    bool directoryShown = false;
+    std::optional<PracticeRun> run;  // the run that was open, with its counters
+  };
+  std::optional<BeforeRelatedRun> beforeRelatedRun_;
   Form10* form10_ = nullptr;
   Form13* form13_ = nullptr;
   Form9* form9_ = nullptr;

@@ -48,6 +48,11 @@ struct PracticeRun {
   bool FromLawQuery = false;
   // The frame's controls are set up once per program run.
   bool FrameReady = false;
+  // From the start of a run to its 返回.
+  bool Open = false;
+  // A simulated paper whose last question was answered in this run: its
+  // result was shown, and further answers there are not recorded again.
+  bool PaperDone = false;
   // The rows of the bank the run was made from; records are written there.
   RunRecordSet Records;
 

@@ -85,8 +85,37 @@ bool PracticeSession::startListRun(const QString& ids, bool fromLawQuery) {
   return true;
 }
 
+std::optional<PracticeRun> PracticeSession::openRun() const {
+  if (!run().Open || run().FromLawQuery) return std::nullopt;
+  return run();
+}
+
+void PracticeSession::resumeRun(PracticeRun saved) {
+  const qint16 size = run().FontSize;
+  const bool ready = run().FrameReady;
+  app_.Run = std::move(saved);
+  PracticeRun& r = run();
+  r.FontSize = size;
+  r.FrameReady = ready;
+  view_.showDirectoryGrid(false);
+  view_.showFrame(true);
+  showQuestionAt();
+  updateMoveButtons();
+  view_.setTopLabel(TopLabelText(r.FromLawQuery, r.RunTitle, r.count(), r.CurIndex));
+  view_.focusFrame();
+}
+
+QString PaperResultText(int answered, int right) {
+  return QStringLiteral("本卷试题已全部做完。") + kCrLf + QStringLiteral("共答%1题，答对%2题，正确率%3。")
+                                                          .arg(answered)
+                                                          .arg(right)
+                                                          .arg(ScoreText(answered, right));
+}
+
 void PracticeSession::beginRun() {
   PracticeRun& r = run();
+  r.Open = true;
+  r.PaperDone = false;
   // 8. The first question of the list.
   view_.showDirectoryGrid(false);
   r.CurIndex = 1;
@@ -204,6 +233,7 @@ void PracticeSession::Frame3Cmd_Click(int index) {
 void PracticeSession::endRun() {
   PracticeRun& r = run();
   // 1. The practice frame goes.
+  r.Open = false;
   view_.showFrame(false);
   // 2. Back to the law query.
   if (r.FromLawQuery) {
@@ -262,6 +292,12 @@ void PracticeSession::Command2_Click(int index) {
   view_.clearAnswerBoxes();
   // 2. Nothing to check outside the list.
   if (r.CurIndex < 1 || r.CurIndex > r.count()) return;
+  // The last question of a finished paper is not recorded twice: its
+  // result comes again instead.
+  if (app_.AutoNext && r.PaperDone && r.CurIndex == r.count()) {
+    env().msgBox(PaperResultText(r.DoneInRun, r.RightInRun), box::Information, kPaperResultTitle);
+    return;
+  }
   // 3. The key from the question's own text.
   const QString key = Order(AnswerLetters(r.AnswerField));
   const QString id = currentId();
@@ -308,11 +344,14 @@ void PracticeSession::Command2_Click(int index) {
 
   // 16. Simulated papers go straight on, without the answer window.
   const bool autoNext = app_.AutoNext;
+  bool paperDone = false;
   QString upper, lower;
   if (autoNext) {
     if (r.CurIndex < r.count()) {
       r.CurIndex += 1;
       showQuestionAt();
+    } else {
+      paperDone = true;
     }
     updateMoveButtons();
   } else {
@@ -329,7 +368,14 @@ void PracticeSession::Command2_Click(int index) {
   // was answered is lost when the program ends right after.
   if (!r.FromLawQuery && !app_.InUpdateList && !app_.InOtherList)
     AltStory(env(), r.Records, app_.ItemData, app_.AllItemData, isWrong, caption, id, row);
-  if (autoNext) return;
+  if (autoNext) {
+    // After the last question: how the paper went, once.
+    if (paperDone) {
+      r.PaperDone = true;
+      env().msgBox(PaperResultText(r.DoneInRun, r.RightInRun), box::Information, kPaperResultTitle);
+    }
+    return;
+  }
   // 18, 20, 22. The answer window over the main window.
   view_.setAnswerBoxes(upper, lower);
   view_.refreshMain();

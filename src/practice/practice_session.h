@@ -16,6 +16,7 @@
 // PracticeView, so that it has no widget of its own.
 
 #include <QString>
+#include <optional>
 
 #include "practice/app_state.h"
 #include "practice/directory.h"
@@ -82,6 +83,10 @@ inline const QString kHideQuestion = QStringLiteral("按此按钮将永久隐藏
 inline const QString kHistoryTitle = QStringLiteral("本题已做历史");
 inline const QString kProviderTitle = QStringLiteral("提供者信息");
 inline const QString kNoProvider = QStringLiteral("本题无试题提供者信息。");
+inline const QString kPaperResultTitle = QStringLiteral("本卷结果");
+// The box after the last question of a simulated paper: answers, right
+// answers and the share right, as the directory's score shows it.
+QString PaperResultText(int answered, int right);
 
 class PracticeSession {
  public:
@@ -99,6 +104,14 @@ class PracticeSession {
   // no records, "返回" goes back there) and the day lists start it. False for
   // an empty list (the box "请注意" was shown).
   bool startListRun(const QString& ids, bool fromLawQuery);
+
+  // A run from the law query may start while another run is open (from
+  // the answer window's 法律查询). The open run, kept to come back to after
+  // it; nothing when no run is open or the open one is the law query's.
+  std::optional<PracticeRun> openRun() const;
+  // Brings a kept run back into the practice frame, at its question and
+  // with its counters; the text size stays as it is now.
+  void resumeRun(PracticeRun saved);
 
   // --- the practice frame ---
   // Frame3Cmd: 0 设置, 1 上题, 2 下题, 3 返回.

@@ -27,6 +27,7 @@
 #include "platform/dbftable.h"
 #include "platform/vbtext.h"
 #include "practice/answer_window.h"
+#include "practice/directory_widget.h"
 #include "practice/practice_frame_widget.h"
 #include "support/printers.h"
 #include "support/test_env.h"
@@ -247,6 +248,87 @@ TEST_F(LawQueryEndToEnd, TheLawQueryButtonOfTheAnswerWindow) {
   EXPECT_EQ(f->entryMode, 2);
   EXPECT_EQ(f->Label3->text(), u"准备查询:"_qs + kLaw);
   EXPECT_TRUE(f->RichTextBox1->textCursor().block().text().startsWith(u"　　第"_qs + DaXie(article) + u"条"_qs));
+}
+
+// 相关NN题 from a law query opened from the menu on the start page: once the
+// run is over and the law query closed, the start page is there again.
+TEST_F(LawQueryEndToEnd, AfterARelatedRunTheStartPageComesBack) {
+  ASSERT_EQ(form->currentFace(), form->startPage);
+  form->FGCX->trigger();
+  pickLaw();
+  Form6* f = lawQuery();
+  const auto [article, ids] = articleWithQuestions();
+  ASSERT_GT(article, 0);
+  f->query().editText1(CStr(article));
+  f->Command3->click();
+  clickView(u"条　"_qs);
+  f->Command5->click();
+  ASSERT_EQ(form->currentFace(), form->practicePage);
+  answer();
+  form3()->Command1[3]->click();
+  ASSERT_TRUE(f->isVisible());
+  EXPECT_EQ(form->currentFace(), form->startPage);
+  f->close();
+  EXPECT_EQ(form->currentFace(), form->startPage);
+  EXPECT_FALSE(form->practice->isVisible());
+}
+
+// 相关NN题 from the answer window's 法律查询 in the middle of a bank's run: the
+// bank's run comes back at its question, with its counters.
+TEST_F(LawQueryEndToEnd, AfterARelatedRunTheOpenRunGoesOn) {
+  form->ShiTi->trigger();
+  DirectoryGrid* g = form->MSFlexGrid1;
+  const Directory& d = g->directory();
+  int bankRow = 0;
+  for (int r = 1; r <= d.rowCount(); ++r)
+    if (d.text(r, kColFile).endsWith(u"100011.mmd"_qs)) bankRow = r;
+  ASSERT_GT(bankRow, 0);
+  for (int r = 1; r < bankRow; ++r) {
+    long long a = 0, z = 0;
+    if (HeadingRange(d.text(r, kColFlag), a, z) && a <= bankRow && bankRow <= z) g->clickRow(r);
+  }
+  ASSERT_EQ(g->clickRow(bankRow), DirectoryClick::Leaf);
+  const QString bankIds = run().RunIds;
+  answer();
+  form3()->Command1[3]->click();
+  form->practice->Frame3Cmd[2]->click();
+  answer();
+  ASSERT_EQ(run().DoneInRun, 2);
+  const int right = run().RightInRun;
+  ASSERT_EQ(run().CurIndex, 2);
+  const QString question = form->practice->questionText();
+
+  // 法律查询, an article's questions, one answered, 返回, the law query closed.
+  form3()->Command2->click();
+  Form6* f = lawQuery();
+  ASSERT_TRUE(f->isVisible());
+  pickLaw();
+  const auto [article, ids] = articleWithQuestions();
+  ASSERT_GT(article, 0);
+  f->query().editText1(CStr(article));
+  f->Command3->click();
+  clickView(u"条　"_qs);
+  f->Command5->click();
+  ASSERT_TRUE(run().FromLawQuery);
+  answer();
+  form3()->Command1[3]->click();
+  ASSERT_TRUE(f->isVisible());
+  f->close();
+
+  // The bank's run as it was.
+  EXPECT_EQ(form->currentFace(), form->practicePage);
+  EXPECT_TRUE(form->practice->isVisible());
+  EXPECT_FALSE(run().FromLawQuery);
+  EXPECT_EQ(run().RunIds, bankIds);
+  EXPECT_EQ(run().CurIndex, 2);
+  EXPECT_EQ(run().DoneInRun, 2);
+  EXPECT_EQ(run().RightInRun, right);
+  EXPECT_EQ(form->practice->questionText(), question);
+  // Its end counts both answers in the directory.
+  form->practice->Frame3Cmd[3]->click();
+  EXPECT_EQ(form->currentFace(), form->gridPage);
+  EXPECT_EQ(d.text(bankRow, kColDone), u"2"_qs);
+  EXPECT_EQ(d.text(bankRow, kColRight), CStr(right));
 }
 
 }  // namespace

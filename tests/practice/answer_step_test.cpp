@@ -290,14 +290,51 @@ TEST(AnswerStep, ASimulatedPaperRecordsWithoutPriorWordsAndGoesOn) {
   EXPECT_EQ(h.run().NewStory, u"left over"_qs);
   EXPECT_EQ(h.run().DoneInRun, 1);
   EXPECT_EQ(h.run().RightInRun, 1);
-  // After the last question nothing moves and no window opens; a wrong
-  // answer replaces the record.
+  // After the last question nothing moves and no answer window opens; a
+  // wrong answer replaces the record. One box says how the paper went.
+  EXPECT_TRUE(h.t.boxes.shown().isEmpty());
   h.answer(u"C"_qs);
   EXPECT_FALSE(h.form3()->isVisible());
   EXPECT_EQ(h.run().CurIndex, 2);
   EXPECT_EQ(h.storyOf(u"00001100002"_qs, tables::kCsItems), u"2026-11-21 09:30   C"_qs);
   EXPECT_EQ(h.run().DoneInRun, 2);
   EXPECT_EQ(h.run().RightInRun, 1);
+  ASSERT_EQ(h.t.boxes.shown().size(), 1);
+  EXPECT_EQ(h.t.boxes.shown()[0].title, u"本卷结果"_qs);
+  EXPECT_EQ(h.t.boxes.shown()[0].text, u"本卷试题已全部做完。\r\n共答2题，答对1题，正确率50%。"_qs);
+  EXPECT_EQ(h.t.boxes.shown()[0].style, box::Information);
+  // Another click on the last question records nothing and counts nothing:
+  // the result comes again.
+  h.t.clock.advanceSeconds(120);
+  h.answer(u"A"_qs);
+  EXPECT_EQ(h.storyOf(u"00001100002"_qs, tables::kCsItems), u"2026-11-21 09:30   C"_qs);
+  EXPECT_EQ(h.run().DoneInRun, 2);
+  EXPECT_EQ(h.run().RightInRun, 1);
+  ASSERT_EQ(h.t.boxes.shown().size(), 2);
+  EXPECT_EQ(h.t.boxes.shown()[1].text, h.t.boxes.shown()[0].text);
+  // An earlier question answered again is a new answer, recorded.
+  h.frame->Frame3Cmd[1]->click();
+  h.answer(u"B"_qs);
+  EXPECT_EQ(h.run().DoneInRun, 3);
+  EXPECT_EQ(h.run().CurIndex, 2);
+  EXPECT_EQ(h.t.boxes.shown().size(), 2);
+}
+
+TEST(AnswerStep, AnotherRunOfThePaperEndsWithItsOwnResult) {
+  PracticeHarness h;
+  h.t.writeGbk(u"\\moniti\\00001.mmd"_qs, u"示例试卷"_qs + pt::Block(1, u"卷一"_qs, u"答案：B参见《示例法》第1条"_qs) + u"\r\n"_qs);
+  pt::WriteItems(h.t, tables::kCsItems, {{u"00001100001"_qs, u"B"_qs, u"no"_qs}});
+  pt::WriteDirectory(h.t, tables::kCsDirectory, {{u"示例试卷一 试卷一 单项选择题"_qs, u"\\moniti\\000011.mmd"_qs, {}, 1, 1}});
+  h.enterCeShi(9, 1, 0);
+  ASSERT_TRUE(h.session().startFromDirectory(1));
+  h.answer(u"B"_qs);
+  ASSERT_EQ(h.t.boxes.shown().size(), 1);
+  EXPECT_EQ(h.t.boxes.shown()[0].text, u"本卷试题已全部做完。\r\n共答1题，答对1题，正确率100%。"_qs);
+  h.frame->Frame3Cmd[3]->click();
+  ASSERT_TRUE(h.session().startFromDirectory(1));
+  h.answer(u"A"_qs);
+  ASSERT_EQ(h.t.boxes.shown().size(), 2);
+  EXPECT_EQ(h.t.boxes.shown()[1].text, u"本卷试题已全部做完。\r\n共答1题，答对0题，正确率0%。"_qs);
 }
 
 TEST(AnswerStep, ARunFromTheLawQueryChangesNothing) {
