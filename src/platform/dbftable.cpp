@@ -2,7 +2,11 @@
 
 #include <QDate>
 #include <QFile>
+#include <QFileInfo>
 #include <QStringDecoder>
+#include <atomic>
+#include <limits>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <mutex>
@@ -29,9 +33,42 @@ bool endsWith(const char* s, const char* tail) {
   return n >= m && std::memcmp(s + n - m, tail, m) == 0;
 }
 
+// The system's error number of the last failed fopen of a table.
+int g_openErrno = 0;
+// shapelib does not pass on a failed write, flush or close: the hooks keep
+// the first error number here until DbfTable takes it.
+std::atomic<int> g_ioErrno{0};
+
+void noteIoError() {
+  int none = 0;
+  g_ioErrno.compare_exchange_strong(none, errno != 0 ? errno : EIO);
+}
+
 SAFile hookOpen(const char* filename, const char* access) {
-  if (endsWith(filename, ".dbf")) return reinterpret_cast<SAFile>(std::fopen(g_realPath.constData(), access));
+  if (endsWith(filename, ".dbf")) {
+    FILE* f = std::fopen(g_realPath.constData(), access);
+    if (!f) g_openErrno = errno;
+    return reinterpret_cast<SAFile>(f);
+  }
   return nullptr;  // .DBF second try, .cpg and .CPG: no such files
+}
+
+SAOffset hookWrite(void* p, SAOffset size, SAOffset count, SAFile file) {
+  const size_t written = std::fwrite(p, size, count, reinterpret_cast<FILE*>(file));
+  if (written != count) noteIoError();
+  return written;
+}
+
+int hookFlush(SAFile file) {
+  const int r = std::fflush(reinterpret_cast<FILE*>(file));
+  if (r != 0) noteIoError();
+  return r;
+}
+
+int hookClose(SAFile file) {
+  const int r = std::fclose(reinterpret_cast<FILE*>(file));
+  if (r != 0) noteIoError();
+  return r;
 }
 
 int hookRemove(const char*) { return 0; }
@@ -42,10 +79,16 @@ SAHooks makeHooks() {
   SAHooks h;
   SASetupDefaultHooks(&h);
   h.FOpen = hookOpen;
+  h.FWrite = hookWrite;
+  h.FFlush = hookFlush;
+  h.FClose = hookClose;
   h.Remove = hookRemove;
   h.Error = hookError;
   return h;
 }
+
+// The error number noted since the last call, 0 when none.
+int takeIoError() { return g_ioErrno.exchange(0); }
 
 bool isBlank(const char* p, int n) {
   for (int i = 0; i < n; ++i)
@@ -176,6 +219,7 @@ struct DbfTable::Impl {
   QString path;
   QString error;
   bool writable = false;
+  qint64 headerRecords = 0;  // the record count the header gives
 
   ~Impl() {
     if (h) DBFClose(h);
@@ -213,19 +257,48 @@ DbfTable DbfTable::open(const QString& path, Mode mode) {
   DbfTable t;
   t.d->path = ResolveCase(path);
   t.d->writable = mode == Mode::ReadWrite;
-  if (!QFile::exists(t.d->path)) {
+  const QFileInfo info(t.d->path);
+  if (!info.exists()) {
     t.d->error = QStringLiteral("表文件 %1 不存在").arg(t.d->path);
     return t;
   }
   std::lock_guard lock(g_hookMutex);
   g_realPath = QFile::encodeName(t.d->path);
   g_lastError.clear();
+  g_openErrno = 0;
   SAHooks hooks = makeHooks();
   t.d->h = DBFOpenLL(g_realPath.constData(), t.d->writable ? "rb+" : "rb", &hooks);
   if (!t.d->h) {
-    t.d->error = QStringLiteral("表文件 %1 无法打开%2").arg(t.d->path, g_lastError.isEmpty() ? QString() : QStringLiteral("：") + g_lastError);
+    if (g_openErrno != 0)
+      t.d->error = QStringLiteral("表文件 %1 无法打开：%2").arg(t.d->path, SystemErrorText(g_openErrno));
+    else
+      t.d->error = QStringLiteral("表文件 %1 已损坏：文件头不是有效的表头").arg(t.d->path);
     return t;
   }
+  // Nothing of the header is taken on trust: the fields must lie inside a
+  // record, and the record count is at most what the file holds in full
+  // (a header may claim billions of records, or a file may end inside one).
+  DBFHandle h = t.d->h;
+  bool sound = h->nRecordLength > 0 && h->nHeaderLength >= 32 && h->nFields > 0;
+  for (int i = 0; sound && i < h->nFields; ++i)
+    sound = h->panFieldSize[i] >= 0 && h->panFieldOffset[i] >= 1 &&
+            h->panFieldOffset[i] + h->panFieldSize[i] <= h->nRecordLength;
+  if (!sound) {
+    DBFClose(h);
+    t.d->h = nullptr;
+    t.d->error = QStringLiteral("表文件 %1 已损坏：文件头不是有效的表头").arg(t.d->path);
+    return t;
+  }
+  {
+    QFile f(t.d->path);
+    QByteArray head;
+    if (f.open(QIODevice::ReadOnly)) head = f.read(8);
+    t.d->headerRecords = head.size() == 8 ? quint32(uchar(head[4])) | quint32(uchar(head[5])) << 8 |
+                                                quint32(uchar(head[6])) << 16 | quint32(uchar(head[7])) << 24
+                                          : 0;
+  }
+  const qint64 held = std::max<qint64>(0, (info.size() - h->nHeaderLength) / h->nRecordLength);
+  h->nRecords = static_cast<int>(std::min<qint64>({t.d->headerRecords, held, std::numeric_limits<int>::max()}));
   if (t.d->writable) {
     const QDate today = QDate::currentDate();
     DBFSetLastModifiedDate(t.d->h, today.year() - 1900, today.month(), today.day());
@@ -265,12 +338,30 @@ bool DbfTable::isOpen() const { return d && d->h; }
 QString DbfTable::error() const { return d ? d->error : QString(); }
 QString DbfTable::path() const { return d ? d->path : QString(); }
 
-void DbfTable::close() {
-  if (d && d->h) {
-    DBFClose(d->h);
-    d->h = nullptr;
+bool DbfTable::close() {
+  if (!d || !d->h) return true;
+  takeIoError();
+  DBFClose(d->h);
+  d->h = nullptr;
+  if (const int e = takeIoError()) {
+    d->error = QStringLiteral("表文件 %1 写入失败：%2").arg(d->path, SystemErrorText(e));
+    return false;
   }
+  return true;
 }
+
+bool DbfTable::closeDurably() {
+  if (!d || !d->h) return false;
+  const bool writable = d->writable;
+  if (!close()) return false;
+  if (writable && !SyncFileData(d->path)) {
+    d->error = QStringLiteral("表文件 %1 写入失败：%2").arg(d->path, SystemErrorText(errno));
+    return false;
+  }
+  return true;
+}
+
+qint64 DbfTable::headerRecordCount() const { return isOpen() ? d->headerRecords : 0; }
 
 QList<DbfField> DbfTable::fields() const {
   QList<DbfField> out;

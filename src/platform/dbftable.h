@@ -5,7 +5,13 @@
 // engine did.
 //
 // A table that cannot be opened behaves as an empty one: every read gives
-// nothing, every write fails, and error() says why.
+// nothing, every write fails, and error() says why (in words for the user,
+// naming the file).
+//
+// The header is not taken on trust: a table holds at most the records its
+// file holds in full, whatever record count its header gives, and a header
+// whose fields do not fit in its records makes the table one that cannot be
+// opened.
 
 #include <QList>
 #include <QString>
@@ -42,14 +48,24 @@ class DbfTable {
   bool isOpen() const;
   QString error() const;  // why the table is not open, or why the last write failed
   QString path() const;
-  void close();  // writes pending changes
+  // Writes pending changes and closes the file; false (and error() says
+  // why) when the system could not write them.
+  bool close();
+  // close(), and for a table opened for writing the data reaches the disk
+  // before this returns (fdatasync), so that a power cut right after loses
+  // nothing of it. False when the table was not open or the data could not
+  // be written.
+  bool closeDurably();
 
   QList<DbfField> fields() const;
   int fieldCount() const;
   int fieldIndex(const QString& name) const;  // without regard to case; -1 when absent
 
-  // Physical record numbers 0..recordCount()-1, deleted ones included.
+  // Physical record numbers 0..recordCount()-1, deleted ones included: the
+  // records the file holds in full, at most headerRecordCount().
   int recordCount() const;
+  // The record count the header gives, which may be more than the file holds.
+  qint64 headerRecordCount() const;
   // The live rows in table order.
   QList<int> rows() const;
 

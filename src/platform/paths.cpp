@@ -3,6 +3,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include "platform/textfile.h"
 
@@ -80,6 +83,38 @@ bool CopyFileOver(const QString& from, const QString& to) {
   bool ok = false;
   const QByteArray bytes = ReadBytes(from, &ok);
   return ok && WriteBytesAtomic(to, bytes);
+}
+
+QString SystemErrorText(int error) {
+  switch (error) {
+    case EACCES:
+    case EPERM:
+      return QStringLiteral("没有写入权限（文件或文件夹是只读的）");
+    case EROFS:
+      return QStringLiteral("所在的磁盘是只读的");
+    case ENOSPC:
+    case EDQUOT:
+      return QStringLiteral("磁盘已满");
+    case ENOENT:
+      return QStringLiteral("文件或文件夹不存在");
+    case EIO:
+      return QStringLiteral("磁盘读写出错");
+    case EISDIR:
+      return QStringLiteral("这是一个文件夹");
+    default:
+      return QStringLiteral("系统错误 %1").arg(error);
+  }
+}
+
+bool SyncFileData(const QString& path) {
+  const QByteArray name = QFile::encodeName(ResolveCase(path));
+  const int fd = ::open(name.constData(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) return false;
+  const bool ok = ::fdatasync(fd) == 0;
+  const int saved = errno;
+  ::close(fd);
+  errno = saved;
+  return ok;
 }
 
 }  // namespace mj

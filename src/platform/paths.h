@@ -28,4 +28,12 @@ bool MakeDir(const QString& path);     // with parents
 bool RemoveFile(const QString& path);
 bool CopyFileOver(const QString& from, const QString& to);  // replaces `to`
 
+// Why a file operation failed, in words for the user, from the system's
+// error number (errno): "没有写入权限", "磁盘已满", ...
+QString SystemErrorText(int error);
+
+// Makes what was written to the file at path durable: its data reaches the
+// disk before this returns. False (and errno set) when that fails.
+bool SyncFileData(const QString& path);
+
 }  // namespace mj

@@ -141,6 +141,92 @@ TEST(DbfTable, TruncatedTableDoesNotCrash) {
   EXPECT_LE(seen, 50);
 }
 
+namespace {
+// A table of `rows` rows, its file's bytes and the record length.
+QByteArray TableBytes(const test::TestEnv& t, int rows, int* recordLength) {
+  const QString p = t.path(u"\\made.mmd"_qs);
+  {
+    DbfTable tab = DbfTable::create(p, itemFields());
+    for (int i = 0; i < rows; ++i) tab.setText(tab.appendRow(), 0, u"01001"_qs + QString::number(i % 10));
+  }
+  QFile f(p);
+  f.open(QIODevice::ReadOnly);
+  const QByteArray b = f.readAll();
+  *recordLength = uchar(b[10]) | uchar(b[11]) << 8;
+  return b;
+}
+void WriteBytes(const QString& path, const QByteArray& b) {
+  QFile f(path);
+  ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+  f.write(b);
+}
+}  // namespace
+
+TEST(DbfTable, AHeaderClaimingFourBillionRecordsGivesThoseTheFileHolds) {
+  test::TestEnv t;
+  int length = 0;
+  QByteArray b = TableBytes(t, 3, &length);
+  b[4] = b[5] = b[6] = b[7] = '\xFF';
+  const QString p = t.path(u"\\lying.mmd"_qs);
+  WriteBytes(p, b);
+  const DbfTable tab = DbfTable::open(p);
+  ASSERT_TRUE(tab.isOpen());
+  EXPECT_EQ(tab.headerRecordCount(), 4294967295LL);
+  EXPECT_EQ(tab.recordCount(), 3);
+  EXPECT_EQ(tab.rows(), (QList<int>{0, 1, 2}));
+  EXPECT_EQ(tab.text(2, 0), u"010012"_qs);
+  EXPECT_EQ(tab.text(3, 0), QString());
+  DbfScan scan(p);
+  int n = 0;
+  while (scan.next()) ++n;
+  EXPECT_EQ(n, 3);
+  // Written, the table's header tells the truth again.
+  {
+    DbfTable w = DbfTable::open(p, DbfTable::Mode::ReadWrite);
+    EXPECT_TRUE(w.setText(0, 0, u"020011"_qs));
+    EXPECT_TRUE(w.closeDurably());
+  }
+  EXPECT_EQ(DbfTable::open(p).headerRecordCount(), 3);
+}
+
+TEST(DbfTable, AFileCutInARecordGivesTheWholeRecordsBeforeIt) {
+  test::TestEnv t;
+  int length = 0;
+  const QByteArray b = TableBytes(t, 5, &length);
+  const int header = uchar(b[8]) | uchar(b[9]) << 8;
+  const QString p = t.path(u"\\cut.mmd"_qs);
+  WriteBytes(p, b.left(header + 2 * length + length / 2));
+  const DbfTable tab = DbfTable::open(p);
+  EXPECT_EQ(tab.headerRecordCount(), 5);
+  EXPECT_EQ(tab.recordCount(), 2);
+  EXPECT_EQ(tab.rows(), (QList<int>{0, 1}));
+  // A record appended goes where the cut one began.
+  {
+    DbfTable w = DbfTable::open(p, DbfTable::Mode::ReadWrite);
+    EXPECT_EQ(w.appendRow(), 2);
+    EXPECT_TRUE(w.setText(2, 0, u"030011"_qs));
+  }
+  const DbfTable again = DbfTable::open(p);
+  EXPECT_EQ(again.recordCount(), 3);
+  EXPECT_EQ(again.headerRecordCount(), 3);
+  EXPECT_EQ(again.text(2, 0), u"030011"_qs);
+}
+
+TEST(DbfTable, FieldsThatDoNotFitTheRecordMakeNoTable) {
+  test::TestEnv t;
+  int length = 0;
+  QByteArray b = TableBytes(t, 2, &length);
+  // The record length says 3 bytes; the fields need hundreds.
+  b[10] = 3;
+  b[11] = 0;
+  const QString p = t.path(u"\\narrow.mmd"_qs);
+  WriteBytes(p, b);
+  const DbfTable tab = DbfTable::open(p);
+  EXPECT_FALSE(tab.isOpen());
+  EXPECT_EQ(tab.error(), u"表文件 "_qs + p + u" 已损坏：文件头不是有效的表头"_qs);
+  EXPECT_EQ(tab.rows(), QList<int>{});
+}
+
 TEST(DbfTable, DeletedRowsArePassedOver) {
   test::TestEnv t;
   const QString p = t.path(u"\\t.mmd"_qs);
