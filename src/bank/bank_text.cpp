@@ -69,7 +69,7 @@ QString BankFileOf(const QString& id) {
 
 QString BankFilePath(const Env& env, const QString& id) { return env.path(BankFileOf(id)); }
 
-long long ItemSerial(const QString& id) { return static_cast<long long>(Val(Mid(id, 7, 5))); }
+long long ItemSerial(const QString& id) { return SaturatedInt<long long>(Val(Mid(id, 7, 5))); }
 
 int ItemTypeOfTag(const QString& text) {
   const QString t = ReplaceAll(ReplaceAll(text, QStringLiteral("［"), QStringLiteral("[")), QStringLiteral("］"),

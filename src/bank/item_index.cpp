@@ -92,7 +92,7 @@ void ReadData2ItemData(const QString& folder, const QString& table, ItemIndex& a
     hastest.read(row.hastest, before ? &before->hastest : nullptr);
     row.valid2 = t.logical(fValid2);
     row.hasselect = t.logical(fHasselect);
-    row.itemtype = static_cast<int>(t.number(fItemtype));
+    row.itemtype = SaturatedInt<int>(t.number(fItemtype));
     if ((n & 255) == 0) breathe.tick();
   }
 }
@@ -141,7 +141,7 @@ QString NewItemID(const Env& env, const QString& lawName, int type) {
     if (t.isNull(r, fa) || t.isNull(r, fb) || t.isNull(r, ff)) continue;
     const QString a = t.text(r, fa);
     if (InStr(a, lawName) == 0 || InStr(a, typeWord) == 0) continue;
-    const long long n = static_cast<long long>(t.number(r, ff)) + 1;
+    const long long n = SaturatedInt<long long>(t.number(r, ff)) + 1;
     const QString id = Mid(t.text(r, fb), 10, 5) + CStr(type) + Right(QStringLiteral("00000") + CStr(n), 5);
     t.setNumber(r, ff, static_cast<double>(n));
     t.close();

@@ -630,7 +630,7 @@ void LawQuery::clickInViewAndJump(qsizetype caret, bool ctrl) {
 
 QString LawQuery::relatedRunIds() const { return Command5Enabled ? longIds : QString(); }
 
-int LawQuery::relatedRunCount() const { return static_cast<int>(Val(Mid(Command5Caption, 3))); }
+int LawQuery::relatedRunCount() const { return SaturatedInt<int>(Val(Mid(Command5Caption, 3))); }
 
 bool LawQuery::openFromAnswer(const QString& text, qsizetype pos, int flag) {
   if (flag != 1 && flag != 2) return false;

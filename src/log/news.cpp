@@ -107,7 +107,8 @@ QString GetExamCountdown(const Env& env) {
   // A missing file reads as no exam day.
   const double e = Val(IniRead(env.path(kNewsFile), kInfo, QStringLiteral("考试时间")));
   if (e == 0) return QString();
-  return ExamCountdownText(static_cast<qint64>(e), env.today());
+  // A day number is a 32-bit number; one that does not fit is its limit.
+  return ExamCountdownText(SaturatedInt<qint32>(e), env.today());
 }
 
 QList<Notice> ReadNotices(const QString& newsFile) {
@@ -121,8 +122,8 @@ QList<Notice> ReadNotices(const QString& newsFile) {
                            QStringLiteral("^"), QStringLiteral(" "));
     n.toolTip = read(section, QStringLiteral("鼠标提示"));
     n.link = read(section, QStringLiteral("链接"));
-    n.color = static_cast<int>(Val(read(section, QStringLiteral("原色"))));
-    n.hoverColor = static_cast<int>(Val(read(section, QStringLiteral("鼠标色"))));
+    n.color = SaturatedInt<int>(Val(read(section, QStringLiteral("原色"))));
+    n.hoverColor = SaturatedInt<int>(Val(read(section, QStringLiteral("鼠标色"))));
     out.append(n);
   }
   return out;

@@ -116,7 +116,7 @@ QString AnswerLetters(QString& text) {
 QString GetStrFromNum(long long n, int width) { return Right(Space(width) + Trim(CStr(n)), width); }
 
 long long Str2Num(const QString& text, int i, int j) {
-  return static_cast<long long>(Val(Mid(text, static_cast<qsizetype>(i - 1) * 15 + (j - 1) * 5 + 1, 5)));
+  return SaturatedInt<long long>(Val(Mid(text, static_cast<qsizetype>(i - 1) * 15 + (j - 1) * 5 + 1, 5)));
 }
 
 qint32 PowerOf(qint32 base, qint32 exp) {

@@ -141,7 +141,7 @@ double Val(const QString& s) {
 
 double Int(double x) { return std::floor(x); }
 
-long long RoundHalfEven(double x) { return static_cast<long long>(std::nearbyint(x)); }
+long long RoundHalfEven(double x) { return SaturatedInt<long long>(std::nearbyint(x)); }
 
 QString Space(qsizetype n) { return n > 0 ? QString(n, u' ') : QString(); }
 

@@ -7,7 +7,10 @@
 // program deals with is one unit.
 
 #include <QString>
+#include <cmath>
+#include <limits>
 #include <optional>
+#include <type_traits>
 
 namespace mj {
 
@@ -45,8 +48,26 @@ double Val(const QString& s);
 // Next lower whole number.
 double Int(double x);
 
-// Rounds half to even, as the program's integer conversions do.
+// Rounds half to even, as the program's integer conversions do. A number
+// beyond the range of long long gives its nearest limit, NaN gives 0.
 long long RoundHalfEven(double x);
+
+// The whole part of x (cut toward zero) as an integer of type I, saturated
+// at the limits of I; NaN gives 0. Numbers read from files may be anything
+// (1e99 in a colour, a heading flag or an ID): a plain cast of one that does
+// not fit is undefined.
+template <typename I>
+I SaturatedInt(double x) {
+  static_assert(std::is_integral_v<I>);
+  if (std::isnan(x)) return 0;
+  // The limits as doubles: the lower one is exact (a power of two), the
+  // upper one may round up, so a number at or above it saturates.
+  constexpr double lo = static_cast<double>(std::numeric_limits<I>::min());
+  constexpr double hi = static_cast<double>(std::numeric_limits<I>::max());
+  if (x <= lo) return std::numeric_limits<I>::min();
+  if (x >= hi) return std::numeric_limits<I>::max();
+  return static_cast<I>(x);
+}
 
 QString Space(qsizetype n);
 QString StringOf(qsizetype n, QChar c);

@@ -70,8 +70,8 @@ bool HeadingRange(const QString& flag, long long& first, long long& last) {
   first = last = 0;
   const qsizetype dash = InStr(flag, QStringLiteral("-"));
   if (dash == 0) return false;
-  first = static_cast<long long>(Val(Left(flag, dash - 1)));
-  last = static_cast<long long>(Val(Mid(flag, dash + 1)));
+  first = SaturatedInt<long long>(Val(Left(flag, dash - 1)));
+  last = SaturatedInt<long long>(Val(Mid(flag, dash + 1)));
   return true;
 }
 

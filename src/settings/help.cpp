@@ -6,7 +6,7 @@
 
 namespace mj {
 
-int HelpNumberOf(const QString& formName) { return static_cast<int>(Val(Mid(formName, 5, 2))); }
+int HelpNumberOf(const QString& formName) { return SaturatedInt<int>(Val(Mid(formName, 5, 2))); }
 
 HelpText ShowHelpText(const Env& env, int number) {
   const QString a = u'[' + QString::number(number) + u']';

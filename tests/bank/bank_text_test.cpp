@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include <QDir>
 #include <QFile>
 #include <QSet>
@@ -48,6 +50,8 @@ TEST(BankFile, SerialNumberAndTypeTag) {
   EXPECT_EQ(ItemSerial(u"10001100042"_qs), 42);
   EXPECT_EQ(ItemSerial(u"10001100000"_qs), 0);
   EXPECT_EQ(ItemSerial(u"1000110"_qs), 0);
+  // A serial number far beyond any integer saturates instead of being undefined.
+  EXPECT_EQ(ItemSerial(u"1000119e300"_qs), std::numeric_limits<long long>::max());
   EXPECT_EQ(ItemTypeOfTag(u"x[单选题]y"_qs), 1);
   EXPECT_EQ(ItemTypeOfTag(u"x[多选题]y"_qs), 2);
   EXPECT_EQ(ItemTypeOfTag(u"x[任选题]y"_qs), 3);

@@ -136,6 +136,13 @@ TEST(LastItemNum, PassesOverACitationInTheLastSentence) {
   EXPECT_EQ(LastItemNum(test::SampleLaw1() + u"\r\n　　本条 所称"_qs), 4);
 }
 
+TEST(LastItemNum, AnArticleNumberBeyondAnyIntegerGivesNone) {
+  // Type 3: the last heading's digits read as a number far above 16 bits.
+  const QString t = test::SampleLaw3() + u"\r\n　　"_qs + QString(300, u'9') + u"．末条。"_qs;
+  EXPECT_EQ(GetLawTextType(t), 3);
+  EXPECT_EQ(LastItemNum(t), 0);
+}
+
 TEST(LastItemNum, APartialTextGivesItsOwnLastArticle) {
   const QString t = test::SampleLaw1();
   EXPECT_EQ(LastItemNum(t.left(t.indexOf(u"第三条"_qs) + 3)), 3);

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+
 #include "support/printers.h"
 
 #include "platform/vbtext.h"
@@ -81,6 +84,23 @@ TEST(VbText, IntAndRounding) {
   EXPECT_EQ(RoundHalfEven(2.5), 2);
   EXPECT_EQ(RoundHalfEven(3.5), 4);
   EXPECT_EQ(RoundHalfEven(-2.5), -2);
+}
+
+TEST(VbText, NumbersBeyondAnIntegerSaturate) {
+  constexpr long long kMax = std::numeric_limits<long long>::max(), kMin = std::numeric_limits<long long>::min();
+  EXPECT_EQ(RoundHalfEven(1e99), kMax);
+  EXPECT_EQ(RoundHalfEven(-1e99), kMin);
+  EXPECT_EQ(RoundHalfEven(Val(u"9e300"_qs)), kMax);
+  EXPECT_EQ(RoundHalfEven(std::nan("")), 0);
+  EXPECT_EQ(SaturatedInt<int>(1e99), std::numeric_limits<int>::max());
+  EXPECT_EQ(SaturatedInt<int>(-1e99), std::numeric_limits<int>::min());
+  EXPECT_EQ(SaturatedInt<int>(2147483647.5), 2147483647);
+  EXPECT_EQ(SaturatedInt<int>(-2147483648.5), -2147483647 - 1);
+  EXPECT_EQ(SaturatedInt<int>(-12.7), -12);
+  EXPECT_EQ(SaturatedInt<qint16>(40000), 32767);
+  EXPECT_EQ(SaturatedInt<long long>(9223372036854775807.0), kMax);
+  EXPECT_EQ(SaturatedInt<long long>(-9223372036854775808.0), kMin);
+  EXPECT_EQ(SaturatedInt<long long>(std::nan("")), 0);
 }
 
 TEST(VbText, Misc) {
