@@ -17,9 +17,9 @@ namespace {
 const QString kTitleOpen = QStringLiteral("《");
 const QString kTitleClose = QStringLiteral("》");
 
-// A range never inserts more numbers than there are numerals: no article
-// number lies beyond, and a typing slip such as 1-99999999 must not fill
-// the memory.
+// The ranges of one citation text insert at most this many numbers in all:
+// no article number lies beyond, and typing slips such as 1-99999999, or
+// ten ranges 1-99999, must neither fill the memory nor hold up the answer.
 constexpr long long kMaxRangeFill = 99999;
 
 using char_places::At;
@@ -62,6 +62,7 @@ QString Flatten(const QString& input, const QString& sep, bool joinTitles, bool 
     qsizetype leading = 0;
     QString done;
     qsizetype at = 0;  // 0-based start of the part not yet expanded
+    long long filled = 0;
     for (qsizetype dash = t.indexOf(u'-', at); dash >= 0; dash = t.indexOf(u'-', at)) {
       const QStringView before = QStringView(t).mid(at, dash - at);
       const qsizetype lastSep = before.lastIndexOf(sep);
@@ -70,7 +71,6 @@ QString Flatten(const QString& input, const QString& sep, bool joinTitles, bool 
       const double b = nextSep < 0 ? 0 : Val(t.mid(dash + 1, nextSep - dash - 1));
       done += before;
       done += sep;
-      long long filled = 0;
       for (double k = a + 1; k <= b - 1 && filled < kMaxRangeFill; k += 1, ++filled) done += NumText(k) + sep;
       ++leading;
       at = dash + 1;
@@ -220,8 +220,12 @@ QString GetLawTxtForDaAn(const Env& env, const QString& citationText) {
   QString printed;
   // The law of the previous piece, which most pieces share.
   QString loadedName;
+  QString loadedPath;
   LawTextPtr loaded;
   bool loadedOnce = false;
+  // A law file that is missing is said once, however many of its articles
+  // are cited.
+  QStringList missingTold;
   qsizetype from = 0;
   for (qsizetype dot = flat.indexOf(kFullPoint, from); dot >= 0; dot = flat.indexOf(kFullPoint, from)) {
     QString piece = flat.mid(from, dot - from + 1);
@@ -236,19 +240,22 @@ QString GetLawTxtForDaAn(const Env& env, const QString& citationText) {
     QString item;
     if (!loadedOnce || name != loadedName) {
       loaded = LoadLawByName(env, name);
+      loadedPath = LawFilePath(env, name);
       loadedName = name;
       loadedOnce = true;
     }
     const LawTextPtr& law = loaded;
     if (!law) {
-      item = QStringLiteral("法律文件") + LawFilePath(env, name) + QStringLiteral("不存在。");
+      if (missingTold.contains(name)) continue;
+      missingTold.append(name);
+      item = QStringLiteral("法律文件") + loadedPath + QStringLiteral("不存在。");
     } else {
       const int last = law->lastItemNum();
       item = GetPutTxt2Text(law->text(), law->numeralTable(), Mid(piece, close + 1), &law->index());
       if (Len(item) < 2) {
         QString cited = ReplaceAll(piece, kTitleClose, QStringLiteral("》第"));
         cited = ReplaceAll(cited, kFullPoint, QStringLiteral("条"));
-        item = QStringLiteral("法律文件") + LawFilePath(env, name) + QStringLiteral("中共") + CStr(last) +
+        item = QStringLiteral("法律文件") + loadedPath + QStringLiteral("中共") + CStr(last) +
                QStringLiteral("条，没有") + cited;
       } else if (Left(item, 2) == kCrLf) {
         item = Mid(item, 3);

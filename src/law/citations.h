@@ -16,8 +16,9 @@ namespace mj {
 enum class CitationSep { Question, LawQuery };
 
 // The flat citation list of a citation text. Only Arabic digits count as
-// article numbers; 第 and 条 are dropped, a-b ranges are expanded, tokens
-// without a number are dropped. Without a title the entries are bare: 12．13．.
+// article numbers; 第 and 条 are dropped, a-b ranges are expanded (with 99,999
+// numbers at most for all the ranges of one text together), tokens without a
+// number are dropped. Without a title the entries are bare: 12．13．.
 QString LongDaAn(const QString& text, CitationSep sep = CitationSep::Question);
 // The question editor's variant: 条《 and 条第 get their missing separator
 // first, and the text before 参见《 is dropped.
@@ -41,7 +42,8 @@ QString StripKuanXiang(const QString& text);
 
 // The printable text of every cited article: for each entry of the flat list
 // the title line, CR LF, the article text (or the reason why there is none),
-// CR LF. The title is printed again for every article.
+// CR LF. The title is printed again for every article; a law whose file is
+// missing is printed once, with that reason, at its first article.
 QString GetLawTxtForDaAn(const Env& env, const QString& citationText);
 
 // The first row of the law-name table whose trimmed lawname equals the

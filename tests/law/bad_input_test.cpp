@@ -175,6 +175,26 @@ TEST_F(BadInput, AHugeRangeIsCut) {
   EXPECT_TRUE(flat.endsWith(u"99999．100000．99999999．"_qs));
 }
 
+TEST_F(BadInput, TheRangesOfOneCitationShareTheCap) {
+  // Ten ranges 1-99999: their ends, and 99999 numbers between them in all.
+  QString citation = u"参见《示例法》"_qs;
+  for (int i = 0; i < 10; ++i) citation += u"第1-99999条、"_qs;
+  const QString flat = LongDaAn(citation);
+  EXPECT_EQ(flat.count(u"．"_qs), 20 + 99999);
+  EXPECT_TRUE(flat.startsWith(u"《示例法》1．《示例法》2．"_qs));
+  EXPECT_TRUE(flat.endsWith(u"《示例法》99999．《示例法》1．《示例法》99999．"_qs)) << flat.right(60).toStdString();
+  const QString query = LongDaAn(QString(u"1-99999,"_qs).repeated(10), CitationSep::LawQuery);
+  EXPECT_EQ(query.count(u"．"_qs), 20 + 99999);
+}
+
+TEST_F(BadInput, AMissingLawFileIsSaidOnce) {
+  const QString missing = u"《无此法》\r\n法律文件"_qs + lawPath(u"无此法"_qs) + u"不存在。\r\n"_qs;
+  EXPECT_EQ(GetLawTxtForDaAn(te.env, u"参见《无此法》第1-99999条、第1-99999条、第1-99999条"_qs), missing);
+  // Among other laws: at its first article, and the others as ever.
+  EXPECT_EQ(GetLawTxtForDaAn(te.env, u"参见《无此法》第1条、《示例法》第1条、《无此法》第2条"_qs),
+            missing + u"《示例法》\r\n　　第一条　为了示例，制定本法。\r\n\r\n"_qs);
+}
+
 TEST_F(BadInput, UnbalancedTitleMarks) {
   // An open title swallows the rest, numbers included.
   EXPECT_EQ(LongDaAn(u"参见《示例法第1条"_qs), QString());
