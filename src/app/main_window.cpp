@@ -23,6 +23,7 @@
 #include "app/splash_window.h"
 #include "app/startup.h"
 #include "bank/item_index.h"
+#include "bank/table_check.h"
 #include "bank/tables.h"
 #include "law/law_query_window.h"
 #include "law/numerals.h"
@@ -33,6 +34,7 @@
 #include "platform/desktop_services_widget.h"
 #include "platform/paths.h"
 #include "platform/text_toolkit.h"
+#include "platform/textfile.h"
 #include "platform/window_placement_widget.h"
 #include "platform/vbtext.h"
 #include "practice/answer_window.h"
@@ -495,6 +497,8 @@ Form1::LoadOutcome Form1::load() {
   step(11);
   MSFlexGrid1->setVisible(false);
   MSFlexGrid2->setVisible(false);
+  // A save of the settings that was cut off may have left its temporary file.
+  RemoveLeftoverSaves(e.path(kSettingsFile));
   settingsWindow()->loadWindow();
   for (QWidget* f : Frame1) f->setVisible(false);
   ApplyTextStyle(Text3, settings_->style());
@@ -536,6 +540,10 @@ void Form1::finishStart(bool showNews) {
   unloadSplash();
   app_.StartedOk = true;
   Timer1->start();
+  // Damaged or missing tables are said once, with the window in view: the
+  // banks and records they hold are missing until they are restored.
+  if (const QList<TableProblemOf> problems = CheckDataTables(env()); !problems.isEmpty())
+    env().msgBox(TableProblemsMessage(problems), box::Exclamation);
 }
 
 void Form1::showNotices() {

@@ -1,6 +1,7 @@
 #include "app/startup.h"
 
 #include "bank/item_index.h"
+#include "bank/table_check.h"
 #include "bank/tables.h"
 #include "log/day_files.h"
 #include "platform/paths.h"
@@ -33,8 +34,10 @@ QStringList MakeTypeTitle() {
 }
 
 void LoadQuestionIndex(AppState& app) {
-  ReadData2ItemData(app.env.path(QStringLiteral("\\dbf")), tables::kItems, app.AllItemData);
+  const QString folder = app.env.path(QStringLiteral("\\dbf"));
+  ReadData2ItemData(folder, tables::kItems, app.AllItemData);
   SetWorkItemData(app.ItemData, app.AllItemData);
+  app.ItemIndexProblem = TableProblem(AppPath(folder, tables::kItems), ItemTableFields());
 }
 
 CloseDecision CloseRequest(AppState& app) {

@@ -22,7 +22,8 @@ QString ReadWenShuProgram(const Env& env);
 
 QStringList MakeTypeTitle();
 
-// Reads items.mmd of \dbf into AllItemData and copies it to ItemData.
+// Reads items.mmd of \dbf into AllItemData and copies it to ItemData;
+// ItemIndexProblem says what kept it from being read whole.
 void LoadQuestionIndex(AppState& app);
 
 enum class CloseDecision {

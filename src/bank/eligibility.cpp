@@ -131,8 +131,7 @@ bool writeIndexCounts(const QString& folder, const QString& faceTable, int maxim
     face.setNumber(r, fieldF, count.total);
     breather.tick();
   }
-  face.close();
-  return true;
+  return face.close();
 }
 
 }  // namespace
@@ -189,6 +188,12 @@ bool NewIniDbfDataByWalk(const QString& folder, const QString& faceTable, const 
 bool IniDbfData(const QString& folder, const QString& faceTable, const QString& itemTable, const Schedule& schedule,
                 const CountProgress& progress) {
   const DbfTable items = DbfTable::open(AppPath(folder, itemTable));
+  const int fieldStory = items.fieldIndex(QStringLiteral("story"));
+  const int fieldAnswer = items.fieldIndex(QStringLiteral("answer"));
+  const int fieldName = items.fieldIndex(QStringLiteral("filename"));
+  // A table that cannot be read would count every bank empty: the numbers
+  // of the last count stay.
+  if (!items.isOpen() || fieldStory < 0 || fieldAnswer < 0 || fieldName < 0) return false;
   const QList<int> itemRows = items.rows();
   if (progress.setMaximum) progress.setMaximum(static_cast<int>(itemRows.size()));
   int bar = 0;
@@ -197,8 +202,6 @@ bool IniDbfData(const QString& folder, const QString& faceTable, const QString& 
   if (!face.isOpen()) return false;
   const int fieldB = face.fieldIndex(QStringLiteral("b"));
   const int fieldOk = face.fieldIndex(QStringLiteral("oknum"));
-  const int fieldStory = items.fieldIndex(QStringLiteral("story"));
-  const int fieldAnswer = items.fieldIndex(QStringLiteral("answer"));
   // The rows of each bank in table order: one walk of the table gives what
   // a query per bank (filename = bank) would.
   struct Question {
@@ -206,11 +209,8 @@ bool IniDbfData(const QString& folder, const QString& faceTable, const QString& 
     QString answer;
   };
   QHash<QString, QList<Question>> byBank;
-  const int fieldName = items.fieldIndex(QStringLiteral("filename"));
-  if (fieldName >= 0) {
-    for (int q : itemRows)
-      byBank[items.text(q, fieldName)].append({items.text(q, fieldStory), items.text(q, fieldAnswer)});
-  }
+  for (int q : itemRows)
+    byBank[items.text(q, fieldName)].append({items.text(q, fieldStory), items.text(q, fieldAnswer)});
   Breather breather;
   QString bank;
   int count = 0;
@@ -232,8 +232,9 @@ bool IniDbfData(const QString& folder, const QString& faceTable, const QString& 
     }
     face.setNumber(r, fieldOk, count);
   }
-  face.close();
-  return true;
+  // A table read in part has been counted as far as it goes; the count is
+  // not whole.
+  return face.close() && items.recordCount() == items.headerRecordCount();
 }
 
 std::optional<int> RunRecordSet::findRecord(const QString& id) const {
@@ -259,18 +260,30 @@ bool RunRecordSet::setStory(int record, const QString& story) const {
 }
 
 std::optional<QString> RunRecordSet::updateStory(const QString& id,
-                                                 const std::function<QString(const QString& story)>& next) const {
+                                                 const std::function<QString(const QString& story)>& next,
+                                                 QString* writeProblem) const {
   if (records_.isEmpty()) return std::nullopt;
+  QString problem;
   DbfTable t = DbfTable::open(path_, DbfTable::Mode::ReadWrite);
-  if (!t.isOpen()) t = DbfTable::open(path_);
+  if (!t.isOpen()) {
+    problem = t.error();
+    t = DbfTable::open(path_);
+  }
   const int fieldId = t.fieldIndex(QStringLiteral("itemid"));
   if (fieldId < 0) return std::nullopt;
   const int fieldStory = t.fieldIndex(QStringLiteral("story"));
+  if (problem.isEmpty() && fieldStory < 0)
+    problem = QStringLiteral("表文件 %1 缺少字段 story").arg(t.path());
   for (int r : records_) {
     if (t.trimmedText(r, fieldId) != id) continue;
     const QString story = next(t.trimmedText(r, fieldStory));
-    t.setText(r, fieldStory, story);
-    t.close();
+    if (problem.isEmpty() && !t.setText(r, fieldStory, story)) problem = t.error();
+    // The record is on the disk before the caller goes on: a power cut
+    // right after the answer loses nothing.
+    if (problem.isEmpty() ? !t.closeDurably() : !t.close()) {
+      if (problem.isEmpty()) problem = t.error();
+    }
+    if (writeProblem) *writeProblem = problem;
     return story;
   }
   return std::nullopt;

@@ -63,7 +63,7 @@ struct CountProgress {
 // row before it (0 and 0 before the first bank). The bar goes from 1 up by
 // one per question counted; its maximum is the number of live questions of
 // the index, the in-memory copy of `itemTable`. Returns false when the
-// directory table cannot be opened for writing.
+// directory table cannot be opened for writing or written.
 bool NewIniDbfData(const QString& folder, const QString& faceTable, const QString& itemTable, const ItemIndex& index,
                    const Schedule& schedule, const CountProgress& progress = {});
 
@@ -78,7 +78,11 @@ bool NewIniDbfDataByWalk(const QString& folder, const QString& faceTable, const 
 // characters Mid(b, Len(b) - 9, 6); the rows of `itemTable` with that
 // filename are tested with IsOkItem, hidden ones included, and oknum gets the
 // count (0 when the bank has no rows). f is not touched. A row without a file
-// receives the count of the row before it.
+// receives the count of the row before it. Returns true when the count is
+// whole: false when the directory table cannot be written, when the item
+// table cannot be read or lacks filename, story or answer (then nothing is
+// written), or when it holds fewer rows than its header gives (then the rows
+// it holds are counted).
 bool IniDbfData(const QString& folder, const QString& faceTable, const QString& itemTable, const Schedule& schedule,
                 const CountProgress& progress = {});
 
@@ -106,10 +110,14 @@ class RunRecordSet {
   bool setStory(int record, const QString& story) const;
   // findRecord, story and setStory in one opening of the table: the first
   // row of the set whose itemid is `id` gets the story `next` makes of its
-  // trimmed story. Returns the story made; nothing when the set has no such
-  // row. A table that cannot be opened for writing still gives the story,
-  // which is then not written.
-  std::optional<QString> updateStory(const QString& id, const std::function<QString(const QString& story)>& next) const;
+  // trimmed story, and is on the disk (fdatasync) when this returns. Returns
+  // the story made; nothing when the set has no such row. A table that
+  // cannot be opened for writing, has no story field or cannot be written
+  // still gives the story, which is then not written: writeProblem (when
+  // given) says why, in words for the user naming the file, and is empty
+  // when the story was written.
+  std::optional<QString> updateStory(const QString& id, const std::function<QString(const QString& story)>& next,
+                                     QString* writeProblem = nullptr) const;
 
  private:
   QString path_;

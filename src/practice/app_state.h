@@ -34,6 +34,10 @@ struct AppState {
   ItemIndex ItemData;
   ItemIndex AllItemData;
   ItemIndex CsItemData;  // never filled: copying it empties ItemData
+  // What kept items.mmd from being read whole at start-up; empty when it was
+  // read whole. The index then holds only what could be read, and the day's
+  // count must not be stamped from it.
+  QString ItemIndexProblem;
 
   QStringList NumeralTable;  // Chinese numerals of 0..2000
   QStringList TypeTitle;     // "", "一、单项选择题", "二、多项选择题", "三、任意选择题"

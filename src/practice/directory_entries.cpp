@@ -58,18 +58,30 @@ bool EnterDirectory(AppState& app, DirectoryMode mode, DirectoryEntryUi& ui, Sch
   const CountProgress progress{[&ui](int m) { ui.setProgressMaximum(m); }, [&ui](int v) { ui.setProgressValue(v); }};
   if (!simulated) {
     if (today != settings.stLastUpdate()) {
-      ui.showCounting(kCountingShiTi);
-      ui.setWaitCursor(true);
-      NewIniDbfData(app.DataFolder, app.FaceTable, app.ItemTable, app.ItemData, CurrentSchedule(app), progress);
-      settings.setStLastUpdate(today);
-      settings.save();
+      // An index that items.mmd could not give at all would count every
+      // bank empty: the numbers of the last count stay instead. An index
+      // read in part is counted, but the day is not stamped, so that the
+      // count runs again once the table is whole.
+      const bool whole = app.ItemIndexProblem.isEmpty();
+      bool counted = false;
+      if (whole || !app.ItemData.isEmpty()) {
+        ui.showCounting(kCountingShiTi);
+        ui.setWaitCursor(true);
+        counted =
+            NewIniDbfData(app.DataFolder, app.FaceTable, app.ItemTable, app.ItemData, CurrentSchedule(app), progress);
+      }
+      if (counted && whole) {
+        settings.setStLastUpdate(today);
+        settings.save();
+      }
     }
   } else {
     ui.showCounting(mode == DirectoryMode::CeShi ? kCountingCeShi : kCountingChaJuan);
     ui.setWaitCursor(true);
-    IniDbfData(app.DataFolder, app.FaceTable, app.ItemTable, CurrentSchedule(app), progress);
-    settings.setTsLastUpdate(today);
-    settings.save();
+    if (IniDbfData(app.DataFolder, app.FaceTable, app.ItemTable, CurrentSchedule(app), progress)) {
+      settings.setTsLastUpdate(today);
+      settings.save();
+    }
   }
   // 10. The directory from its table, shown as a tree.
   Directory directory;

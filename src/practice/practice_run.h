@@ -55,6 +55,8 @@ struct PracticeRun {
   bool PaperDone = false;
   // The rows of the bank the run was made from; records are written there.
   RunRecordSet Records;
+  // The user has been told in this run that its records cannot be saved.
+  bool RecordProblemTold = false;
 
   // Number of questions of the list.
   qint32 count() const { return static_cast<qint32>(RunIds.size() / 11); }

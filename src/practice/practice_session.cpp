@@ -1,8 +1,10 @@
 #include "practice/practice_session.h"
 
 #include "bank/item_index.h"
+#include "bank/table_check.h"
 #include "law/citations.h"
 #include "platform/messagebox.h"
+#include "platform/paths.h"
 #include "platform/text_toolkit.h"
 #include "platform/vbtext.h"
 #include "practice/answer_check.h"
@@ -38,6 +40,11 @@ QuestionFields FieldsOf(const QString& fileText, long long n, QString& providerI
 
 QString PracticeSession::currentId() const { return GetItemID(run().RunIds, run().CurIndex); }
 
+QString RecordNotSavedText(const QString& problem) {
+  return QStringLiteral("本题的答题记录没能保存：") + problem + QStringLiteral("。") + kCrLf + kCrLf +
+         QStringLiteral("本轮练习的答题记录都保存不了，下次启动程序时将看不到它们；您可以继续练习。");
+}
+
 bool PracticeSession::startFromDirectory(int gridRow) {
   PracticeRun& r = run();
   Directory* d = view_.directory();
@@ -54,10 +61,14 @@ bool PracticeSession::startFromDirectory(int gridRow) {
   const QString bank = GetSmallTxtName(d->GetText(gridRow, kColFile));
   r.RunIds.clear();
   RunList list = GetLongID(app_.DataFolder, app_.ItemTable, bank, CurrentSchedule(app_));
-  // 7. None due.
+  // 7. None due; or none to be had, when the item table cannot be read.
   if (list.ids.isEmpty()) {
     view_.showDirectoryGrid(true);
-    env().msgBox(kNoDueQuestions + kCrLf, 0, kNoDueQuestionsTitle);
+    const QString problem = TableProblem(AppPath(app_.DataFolder, app_.ItemTable), ItemTableFields());
+    if (!problem.isEmpty())
+      env().msgBox(kTableUnreadable + kCrLf + problem, box::Exclamation, kNoDueQuestionsTitle);
+    else
+      env().msgBox(kNoDueQuestions + kCrLf, 0, kNoDueQuestionsTitle);
     return false;
   }
   r.RunIds = list.ids;
@@ -126,6 +137,7 @@ void PracticeSession::beginRun() {
   // left in them.
   r.DoneInRun = 0;
   r.RightInRun = 0;
+  r.RecordProblemTold = false;
   // 9. The frame's controls, once per program run.
   if (!r.FrameReady) {
     view_.IniObjInFrame1_3();
@@ -366,8 +378,16 @@ void PracticeSession::Command2_Click(int index) {
   }
   // 21. The record, written before the window shows, so that nothing that
   // was answered is lost when the program ends right after.
-  if (!r.FromLawQuery && !app_.InUpdateList && !app_.InOtherList)
-    AltStory(env(), r.Records, app_.ItemData, app_.AllItemData, isWrong, caption, id, row);
+  if (!r.FromLawQuery && !app_.InUpdateList && !app_.InOtherList) {
+    QString problem;
+    AltStory(env(), r.Records, app_.ItemData, app_.AllItemData, isWrong, caption, id, row, &problem);
+    // A record that could not be saved is said once per run; the practice
+    // goes on, with the records kept in memory until the program ends.
+    if (!problem.isEmpty() && !r.RecordProblemTold) {
+      r.RecordProblemTold = true;
+      env().msgBox(RecordNotSavedText(problem), box::Exclamation, kRecordNotSavedTitle);
+    }
+  }
   if (autoNext) {
     // After the last question: how the paper went, once.
     if (paperDone) {

@@ -78,6 +78,12 @@ class PracticeView {
 inline const QString kNoDueQuestionsTitle = QStringLiteral("请注意");
 inline const QString kNoDueQuestions = QStringLiteral(
     "对不起，所选项目中试题都不符合你的设置条件，要做此项目中的试题，必须在先在设置菜单中设置相关内容。");
+// The bank's questions cannot be had: the item table is damaged.
+inline const QString kTableUnreadable = QStringLiteral("该部分试题无法取出，因为题库表不能完整读出：");
+// An answer whose record could not be written: said once per run, with
+// why (problem names the file); the practice goes on.
+QString RecordNotSavedText(const QString& problem);
+inline const QString kRecordNotSavedTitle = QStringLiteral("答题记录没能保存");
 inline const QString kHideTitle = QStringLiteral("请你确认");
 inline const QString kHideQuestion = QStringLiteral("按此按钮将永久隐藏该题，确定吗？");
 inline const QString kHistoryTitle = QStringLiteral("本题已做历史");

@@ -20,7 +20,11 @@ namespace mj {
 // itemId)) gets the new record in both (the simulated papers have no working
 // index, so nothing changes there). Returns the record written, empty when
 // the question is not among the run's rows (then the index is left alone).
+// A record that could not be written to the table still goes into the
+// index; writeProblem (when given) then says why it was not written, and is
+// empty when it was. The table's record is on the disk when this returns.
 QString AltStory(const Env& env, const RunRecordSet& records, ItemIndex& itemData, ItemIndex& allItemData, bool isWrong,
-                 const QString& givenAnswer, const QString& itemId, qsizetype itemRow);
+                 const QString& givenAnswer, const QString& itemId, qsizetype itemRow,
+                 QString* writeProblem = nullptr);
 
 }  // namespace mj

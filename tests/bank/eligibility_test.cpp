@@ -330,9 +330,9 @@ TEST(IniDbfData, BankListedTwiceIsCountedTwice) {
 TEST(IniDbfData, MissingTables) {
   test::TestEnv t;
   test::WriteDirectoryTable(t, u"csface.mmd"_qs, {{u"一"_qs, u"\\moniti\\010011.mmd"_qs}});
-  // No item table: every bank counts 0.
-  EXPECT_TRUE(IniDbfData(t.path(u"\\dbf"_qs), u"csface.mmd"_qs, u"csitems.mmd"_qs, Sched(1, 1, 30)));
-  EXPECT_EQ(test::ColumnOf(t, u"csface.mmd"_qs, u"oknum"_qs), QStringList{u"0"_qs});
+  // No item table: no count, and the numbers of the last one stay.
+  EXPECT_FALSE(IniDbfData(t.path(u"\\dbf"_qs), u"csface.mmd"_qs, u"csitems.mmd"_qs, Sched(1, 1, 30)));
+  EXPECT_EQ(test::ColumnOf(t, u"csface.mmd"_qs, u"oknum"_qs), QStringList{u""_qs});
   // No directory table: nothing to write.
   EXPECT_FALSE(IniDbfData(t.path(u"\\dbf"_qs), u"nothere.mmd"_qs, u"csitems.mmd"_qs, Sched(1, 1, 30)));
 }

@@ -44,6 +44,9 @@ void MakeProgramFolder(const TestEnv& t, const FolderParts& parts) {
     t.mkdir(u"\\dbf"_qs);
     DbfTable::create(t.path(u"\\dbf\\33.mmd"_qs), tables::LawNameFields());
     DbfTable::create(t.path(u"\\dbf\\items.mmd"_qs), tables::ItemFields());
+    DbfTable::create(t.path(u"\\dbf\\33ok.mmd"_qs), tables::DirectoryFields());
+    DbfTable::create(t.path(u"\\dbf\\csitems.mmd"_qs), tables::ItemFields());
+    DbfTable::create(t.path(u"\\dbf\\csface.mmd"_qs), tables::DirectoryFields());
   }
   if (parts.dataPackage) {
     const QString p = t.path(u"\\lmdata"_qs);

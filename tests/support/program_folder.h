@@ -13,7 +13,7 @@ struct FolderParts {
   bool icon = true;        // \ini\fa.ico
   bool rootIcon = false;   // \fa.ico
   bool iniFolder = true;
-  bool tables = true;      // \dbf with 33.mmd and an empty items.mmd
+  bool tables = true;      // \dbf with the five tables of the practice, all empty
   bool readme = true;
   bool formatDocs = true;  // \法律文书
   bool dataPackage = false;  // \lmdata (an executable script)
