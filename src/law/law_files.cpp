@@ -48,9 +48,7 @@ QString LawFileTag(const QString& name) { return QStringLiteral("\\lawtxt\\") + 
 
 QString LawFilePath(const Env& env, const QString& name) {
   if (IsPlainLawName(name)) return env.path(LawFileTag(name));
-  QString root = MapSeparators(env.root);
-  while (root.endsWith(u'/') && root.size() > 1) root.chop(1);
-  return root + QStringLiteral("/lawtxt/") + name + QStringLiteral(".mmd");
+  return QStringLiteral("《") + name + QStringLiteral("》");
 }
 
 bool LawFileExists(const Env& env, const QString& name) {

@@ -47,8 +47,9 @@ using LawTextPtr = std::shared_ptr<const LawText>;
 bool IsPlainLawName(const QString& name);
 // The law file of name below the program folder: \lawtxt\ + name + .mmd.
 QString LawFileTag(const QString& name);
-// root + \lawtxt\ + name + .mmd, as a path of this platform. For a name that
-// is not plain, the path as written, only for showing it.
+// root + \lawtxt\ + name + .mmd, as a path of this platform. A name that is
+// not plain makes no path (one that might exist outside \lawtxt\): it comes
+// back as given, in 《》, for the message that names it.
 QString LawFilePath(const Env& env, const QString& name);
 // The law file of name exists (and the name is plain).
 bool LawFileExists(const Env& env, const QString& name);

@@ -1,6 +1,9 @@
 #include "platform/textfile.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
 #include <QSaveFile>
 #include <QStringDecoder>
 #include <QStringEncoder>
@@ -76,6 +79,17 @@ bool AppendText(const QString& path, const QString& text) {
   if (!f.open(QIODevice::WriteOnly | QIODevice::Append)) return false;
   const QByteArray b = ToGbk(text);
   return f.write(b) == b.size() && f.flush();
+}
+
+int RemoveLeftoverSaves(const QString& path) {
+  const QFileInfo file(ResolveCase(path));
+  const QDir dir = file.dir();
+  const QRegularExpression leftover(QStringLiteral("^") + QRegularExpression::escape(file.fileName()) +
+                                    QStringLiteral("\\.[A-Za-z0-9]{6}$"));
+  int removed = 0;
+  for (const QString& name : dir.entryList({file.fileName() + QStringLiteral(".*")}, QDir::Files | QDir::Hidden))
+    if (leftover.match(name).hasMatch() && QFile::remove(dir.filePath(name))) ++removed;
+  return removed;
 }
 
 }  // namespace mj

@@ -31,6 +31,12 @@ QByteArray ReadBytes(const QString& path, bool* ok = nullptr);
 bool WriteTextAtomic(const QString& path, const QString& text);
 bool WriteBytesAtomic(const QString& path, const QByteArray& bytes);
 
+// Removes what an atomic write of path that was cut off (the program killed,
+// the power gone) may have left beside it: the temporary files named as the
+// file plus "." and six letters or digits (userself.ini.Ab12Cd). Returns how
+// many were removed.
+int RemoveLeftoverSaves(const QString& path);
+
 // Appends text in GBK; creates the file when it is missing.
 bool AppendText(const QString& path, const QString& text);
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QFile>
 #include <QApplication>
 #include <QFile>
 #include <QLabel>
@@ -399,6 +400,16 @@ TEST(MainWindow, SettingsAreLoadedAtStartAndStyleTheQuestionBox) {
   EXPECT_EQ(s.form->state().settings->number(2), 5);
   EXPECT_EQ(s.form->Text3->font().pointSize(), 21);
   EXPECT_TRUE(s.form->Text3->font().bold());
+}
+
+TEST(MainWindow, TheTemporaryFileOfACutOffSettingsSaveGoesAtTheStart) {
+  Started s({}, false);
+  s.t.writeGbk(u"\\ini\\userself.ini.Ab12Cd"_qs, u"STOKTIMES=3\r\nSTADD"_qs);
+  s.t.writeGbk(u"\\ini\\userself.ini.bak"_qs, u"a copy of the user's own"_qs);
+  s.form->load();
+  EXPECT_FALSE(QFile::exists(s.t.path(u"\\ini\\userself.ini.Ab12Cd"_qs)));
+  EXPECT_TRUE(QFile::exists(s.t.path(u"\\ini\\userself.ini.bak"_qs)));
+  EXPECT_TRUE(QFile::exists(s.t.path(u"\\ini\\userself.ini"_qs)));
 }
 
 TEST(MainWindow, WithoutASettingsFileTheStartCreatesIt) {

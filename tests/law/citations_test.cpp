@@ -231,12 +231,14 @@ TEST_F(LawTxtForDaAn, AnArticleAboveTheLast) {
 TEST_F(LawTxtForDaAn, ATitleIsAFileNameNotAPath) {
   te.writeGbk(u"\\lawtxt\\sub\\示例法.mmd"_qs, test::SampleLaw1());
   te.writeGbk(u"\\示例法.mmd"_qs, test::SampleLaw1());
+  // A refused title is named as given, never as a path (which may exist,
+  // as <root>/示例法.mmd does here).
   EXPECT_EQ(GetLawTxtForDaAn(te.env, u"参见《sub/示例法》第1条"_qs),
-            u"《sub/示例法》\r\n法律文件"_qs + lawPath(u"sub/示例法"_qs) + u"不存在。\r\n"_qs);
+            u"《sub/示例法》\r\n法律文件《sub/示例法》不存在。\r\n"_qs);
   EXPECT_EQ(GetLawTxtForDaAn(te.env, u"参见《../示例法》第1条"_qs),
-            u"《../示例法》\r\n法律文件"_qs + lawPath(u"../示例法"_qs) + u"不存在。\r\n"_qs);
+            u"《../示例法》\r\n法律文件《../示例法》不存在。\r\n"_qs);
   EXPECT_EQ(GetLawTxtForDaAn(te.env, u"参见《sub\\示例法》第1条"_qs),
-            u"《sub\\示例法》\r\n法律文件"_qs + lawPath(u"sub\\示例法"_qs) + u"不存在。\r\n"_qs);
+            u"《sub\\示例法》\r\n法律文件《sub\\示例法》不存在。\r\n"_qs);
 }
 
 TEST_F(LawTxtForDaAn, AngleBracketsAndLineBreaksLeaveThePath) {

@@ -332,9 +332,9 @@ TEST_F(RealLawCitations, AMissingLawAndATitleWithAPath) {
   EXPECT_EQ(GetLawTxtForDaAn(te.env, u"参见《民法通则》第3条《刑法》第1条"_qs),
             u"《民法通则》\r\n法律文件"_qs + lawPath(u"民法通则"_qs) + u"不存在。\r\n"_qs + block(u"刑法"_qs, 1));
   EXPECT_EQ(GetLawTxtForDaAn(te.env, u"参见《../lawtxt/刑法》第1条"_qs),
-            u"《../lawtxt/刑法》\r\n法律文件"_qs + lawPath(u"../lawtxt/刑法"_qs) + u"不存在。\r\n"_qs);
+            u"《../lawtxt/刑法》\r\n法律文件《../lawtxt/刑法》不存在。\r\n"_qs);
   EXPECT_EQ(GetLawTxtForDaAn(te.env, u"参见《lawtxt/刑法》第1条"_qs),
-            u"《lawtxt/刑法》\r\n法律文件"_qs + lawPath(u"lawtxt/刑法"_qs) + u"不存在。\r\n"_qs);
+            u"《lawtxt/刑法》\r\n法律文件《lawtxt/刑法》不存在。\r\n"_qs);
 }
 
 TEST_F(RealLawCitations, LawTypeOfNameOnRealLaws) {

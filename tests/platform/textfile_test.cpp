@@ -98,3 +98,24 @@ TEST(Paths, BackslashSuffixesAndLetterCase) {
   EXPECT_EQ(AppPath(t.root(), u"\\yibanti\\"_qs), t.root() + u"/yibanti/"_qs);
   EXPECT_EQ(MapSeparators(u"\\lawtxt\\刑法.mmd"_qs), u"/lawtxt/刑法.mmd"_qs);
 }
+
+TEST(TextFile, LeftoversOfACutOffSaveAreRemoved) {
+  test::TestEnv t;
+  t.writeGbk(u"\\ini\\userself.ini"_qs, u"A=1"_qs);
+  t.writeGbk(u"\\ini\\userself.ini.Ab12Cd"_qs, u"A="_qs);
+  t.writeGbk(u"\\ini\\userself.ini.zzzzzz"_qs, u"A="_qs);
+  t.writeGbk(u"\\ini\\userself.ini.bak"_qs, u"kept"_qs);
+  t.writeGbk(u"\\ini\\userself.ini.Ab12Cd7"_qs, u"kept"_qs);
+  t.writeGbk(u"\\ini\\other.ini.Ab12Cd"_qs, u"kept"_qs);
+  EXPECT_EQ(RemoveLeftoverSaves(t.path(u"\\ini\\userself.ini"_qs)), 2);
+  EXPECT_FALSE(QFile::exists(t.path(u"\\ini\\userself.ini.Ab12Cd"_qs)));
+  EXPECT_FALSE(QFile::exists(t.path(u"\\ini\\userself.ini.zzzzzz"_qs)));
+  EXPECT_TRUE(QFile::exists(t.path(u"\\ini\\userself.ini.bak"_qs)));
+  EXPECT_TRUE(QFile::exists(t.path(u"\\ini\\userself.ini.Ab12Cd7"_qs)));
+  EXPECT_TRUE(QFile::exists(t.path(u"\\ini\\other.ini.Ab12Cd"_qs)));
+  EXPECT_TRUE(QFile::exists(t.path(u"\\ini\\userself.ini"_qs)));
+  // Also when the file itself is gone.
+  RemoveFile(t.path(u"\\ini\\userself.ini"_qs));
+  t.writeGbk(u"\\ini\\userself.ini.Xy98Zw"_qs, u"A="_qs);
+  EXPECT_EQ(RemoveLeftoverSaves(t.path(u"\\ini\\userself.ini"_qs)), 1);
+}
