@@ -143,7 +143,8 @@ QString GetLongDaXie(qint16 count) {
 }
 
 QString NumeralOfSlot(const QString& table, long long n) {
-  if (n < 1) return QString();
+  // A slot beyond the table is empty (and its place would not fit a number).
+  if (n < 1 || n > table.size() / 9 + 1) return QString();
   return Trim(Mid(table, (n - 1) * 9 + 1, 9));
 }
 

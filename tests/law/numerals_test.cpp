@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "support/printers.h"
 
 namespace mj {
@@ -125,6 +127,8 @@ TEST(GetLongDaXie, SlotsOfNineCharacters) {
   EXPECT_EQ(NumeralOfSlot(t, 2), u"二"_qs);
   EXPECT_EQ(NumeralOfSlot(t, 4), QString());
   EXPECT_EQ(NumeralOfSlot(t, 0), QString());
+  // A slot far beyond the table: empty, and no place is computed for it.
+  EXPECT_EQ(NumeralOfSlot(t, std::numeric_limits<long long>::max() - 1), QString());
 }
 
 TEST(GetLongDaXie, CountZeroOrBelowGivesEmpty) {
