@@ -21,6 +21,10 @@ const QString kTitleClose = QStringLiteral("》");
 // no article number lies beyond, and typing slips such as 1-99999999, or
 // ten ranges 1-99999, must neither fill the memory nor hold up the answer.
 constexpr long long kMaxRangeFill = 99999;
+// Each entry of the flat list repeats its title: a title of thousands of
+// characters times 99,999 numbers would make hundreds of megabytes. The list
+// ends with the entry that takes it past this length.
+constexpr qsizetype kMaxFlatLength = 4 * 1024 * 1024;
 
 using char_places::At;
 using char_places::In;
@@ -92,7 +96,9 @@ QString Flatten(const QString& input, const QString& sep, bool joinTitles, bool 
       continue;
     }
     const double v = Val(token);
-    if (v != 0) flat += law + NumText(v) + kFullPoint;
+    if (v == 0) continue;
+    flat += law + NumText(v) + kFullPoint;
+    if (flat.size() > kMaxFlatLength) break;
   }
   return flat;
 }

@@ -187,6 +187,16 @@ TEST_F(BadInput, TheRangesOfOneCitationShareTheCap) {
   EXPECT_EQ(query.count(u"．"_qs), 20 + 99999);
 }
 
+TEST_F(BadInput, ALongTitleTimesAWholeRangeStaysBounded) {
+  const QString title = u"《"_qs + QString(3000, u'甲') + u"》"_qs;
+  const QString flat = LongDaAnForEdit(u"参见"_qs + title + u"第1-99999条"_qs);
+  EXPECT_LE(flat.size(), 4 * 1024 * 1024 + title.size() + 8);
+  EXPECT_TRUE(flat.startsWith(title + u"1．"_qs + title + u"2．"_qs));
+  // Whole entries only.
+  EXPECT_TRUE(flat.endsWith(u"．"_qs));
+  EXPECT_EQ(flat.count(title), flat.count(u"．"_qs));
+}
+
 TEST_F(BadInput, AMissingLawFileIsSaidOnce) {
   const QString missing = u"《无此法》\r\n法律文件"_qs + lawPath(u"无此法"_qs) + u"不存在。\r\n"_qs;
   EXPECT_EQ(GetLawTxtForDaAn(te.env, u"参见《无此法》第1-99999条、第1-99999条、第1-99999条"_qs), missing);
