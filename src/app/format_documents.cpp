@@ -16,7 +16,7 @@ void TxtFormat(AppState& app) {
     env.msgBox(QStringLiteral("本次点击为第一次使用解压数据包 ") + kCrLf + QStringLiteral("现在已经可以使用助手了。"),
                0, QStringLiteral("解压数据包"));
     const QString package = DataPackageProgram(env);
-    if (!package.isEmpty()) env.shell->start(package, {}, WindowMode::Normal);
+    if (!package.isEmpty()) StartProgram(env, package, {}, WindowMode::Normal);
   }
   app.WenShuProgram = ReadWenShuProgram(env);
 }
@@ -25,7 +25,9 @@ void OpenFormatFile(AppState& app) {
   const Env& env = app.env;
   app.WenShuProgram = ReadWenShuProgram(env);
   const QString program = app.WenShuProgram;
-  if (program.isEmpty() || !FileExists(program)) {
+  // No program chosen yet (a fresh installation): the desktop's own program
+  // for the file's type opens it. A chosen one that is gone is said.
+  if (!program.isEmpty() && !FileExists(program)) {
     env.msgBox(QStringLiteral("  你设置的打开格式文件的程序为") + program +
                QStringLiteral("但现在它不存在或有错误，请重新设置。"));
     return;
@@ -37,7 +39,10 @@ void OpenFormatFile(AppState& app) {
       "常用格式.wps.doc.txt|*.wps;*.doc;*.txt|Htm网页文件(*.htm)|*.htm|Html网页文件(*.html)|*.html|所有文件(*.*)|*.*");
   const auto chosen = env.dialogs->openFile(r);
   if (!chosen || chosen->isEmpty()) return;
-  env.shell->start(program, {*chosen}, WindowMode::Maximized);
+  if (program.isEmpty())
+    ShellOpen(env, *chosen);
+  else
+    StartProgram(env, program, {*chosen}, WindowMode::Maximized);
 }
 
 bool IsProgramFile(const QString& path) {

@@ -433,10 +433,10 @@ Form1::LoadOutcome Form1::load() {
   step(1);
   if (!DataSetPresent(e)) {
     const QString package = DataPackageProgram(e);
-    if (!package.isEmpty()) {
-      e.shell->start(package, {}, WindowMode::Normal);
-      return LoadOutcome::EndNow;
-    }
+    // It shows its own window and starts the program again when the data
+    // is there. A package that cannot be started is said, and the start
+    // goes on without data.
+    if (!package.isEmpty() && StartProgram(e, package, {}, WindowMode::Normal)) return LoadOutcome::EndNow;
   }
   // 2. The links of the news file, before anything that needs them.
   step(2);
@@ -519,9 +519,12 @@ Form1::LoadOutcome Form1::load() {
   // 16. The start page with the countdown in the title.
   step(16);
   Label12->setText(QStringLiteral("科学、高效、智能化的题海战术使在较短时间内通过司法统考成为可能。"));
-  // The splash window, still open, has the picture decoded already.
-  if (splash_ && !splash_->picture().isNull())
-    Picture1->setPixmap(splash_->picture().scaled(640, 360, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+  // The start page has a picture of its own, without the start-up's words
+  // and bar; a folder without it shows the splash picture, which the
+  // splash window, still open, has decoded already.
+  QPixmap front(e.path(kStartPagePicture));
+  if (front.isNull() && splash_) front = splash_->picture();
+  if (!front.isNull()) Picture1->setPixmap(front.scaled(640, 360, Qt::KeepAspectRatio, Qt::SmoothTransformation));
   FillNumeralTable(app_.NumeralTable);
   applyTitle();
   showStartPage();

@@ -15,6 +15,9 @@ bool DataSetPresent(const Env& env);
 QString DataPackageProgram(const Env& env);
 // \fa.ico when it exists, else \ini\fa.ico when that exists, else "".
 QString IconFile(const Env& env);
+// The picture of the start page; without it the start page shows the
+// splash picture.
+inline const QString kStartPagePicture = QStringLiteral("\\ini\\startpage.jpg");
 // Where the program for format documents is registered.
 inline const QString kWenShuFile = QStringLiteral("\\ini\\WenShu.ini");
 // The program for format documents: the first value of \ini\WenShu.ini.

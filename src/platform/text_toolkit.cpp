@@ -198,6 +198,12 @@ QString CannotOpenText(const QString& target, bool copied) {
          (copied ? QStringLiteral("文件路径已复制到剪贴板。") : QString());
 }
 
+bool StartProgram(const Env& env, const QString& program, const QStringList& args, WindowMode mode) {
+  if (env.shell->start(program, args, mode)) return true;
+  env.msgBox(QStringLiteral("无法启动程序：") + kCrLf + MapSeparators(program), box::Exclamation);
+  return false;
+}
+
 bool ShellOpen(const Env& env, const QString& target) {
   if (env.shell->open(target, env.root)) return true;
   // Nothing could be started: say so, and hand the user the address to

@@ -76,5 +76,8 @@ bool IsWebAddress(const QString& target);
 // The text of the box that says an address or file could not be opened;
 // `copied` adds that it is on the clipboard.
 QString CannotOpenText(const QString& target, bool copied);
+// Starts a program (Env's shell); when it cannot be started, a box names
+// it. False then.
+bool StartProgram(const Env& env, const QString& program, const QStringList& args, WindowMode mode);
 
 }  // namespace mj

@@ -16,6 +16,7 @@
 
 #include "app/main_window.h"
 #include "app/splash_window.h"
+#include "app/startup.h"
 #include "platform/dbftable.h"
 #include "platform/paths.h"
 #include "log/news.h"
@@ -119,6 +120,18 @@ TEST(MainWindow, StartPageShowsTheSplashPicture) {
   EXPECT_TRUE(without.form->Picture1->pixmap().isNull());
 }
 
+TEST(MainWindow, StartPageShowsItsOwnPictureWhenThereIsOne) {
+  Started s({}, false);
+  QImage own(400, 200, QImage::Format_RGB32);
+  own.fill(QColor(10, 200, 30));
+  ASSERT_TRUE(own.save(s.t.path(kStartPagePicture), "JPEG"));
+  s.form->load();
+  const QImage shown = s.form->Picture1->pixmap().toImage();
+  ASSERT_EQ(shown.size(), QSize(640, 320));
+  EXPECT_GT(qGreen(shown.pixel(320, 160)), 150);
+  EXPECT_LT(qRed(shown.pixel(320, 160)), 60);
+}
+
 TEST(MainWindow, MissingDataSetWithDataPackageStartsItAndEnds) {
   Started s({.yibanti = false, .dataPackage = true});
   EXPECT_EQ(s.outcome, Form1::LoadOutcome::EndNow);
@@ -129,6 +142,16 @@ TEST(MainWindow, MissingDataSetWithDataPackageStartsItAndEnds) {
   EXPECT_EQ(s.form->splash(), nullptr);
   EXPECT_FALSE(s.form->isVisible());
   EXPECT_FALSE(s.form->state().StartedOk);
+}
+
+TEST(MainWindow, ADataPackageThatCannotBeStartedIsSaidAndTheStartGoesOn) {
+  Started s({.yibanti = false, .dataPackage = true}, false);
+  s.t.shell.result = false;
+  s.outcome = s.form->load();
+  EXPECT_EQ(s.outcome, Form1::LoadOutcome::Running);
+  ASSERT_GE(s.t.boxes.shown().size(), 1);
+  EXPECT_EQ(s.t.boxes.shown()[0].text, u"无法启动程序：\r\n"_qs + s.t.path(u"\\lmdata"_qs));
+  EXPECT_EQ(s.t.boxes.shown()[0].style, box::Exclamation);
 }
 
 TEST(MainWindow, MissingDataSetWithoutPackageOpensAndDataEntriesUnpack) {

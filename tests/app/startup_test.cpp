@@ -4,6 +4,7 @@
 #include "app/startup.h"
 #include "log/news.h"
 #include "platform/textfile.h"
+#include "platform/text_toolkit.h"
 #include "support/program_folder.h"
 
 using namespace mj;
@@ -200,6 +201,42 @@ TEST(FormatDocuments, OpenWithAMissingProgramTellsTheUser) {
   EXPECT_EQ(t.boxes.shown()[0].text,
             u"  你设置的打开格式文件的程序为C:\\Program Files\\wps.exe但现在它不存在或有错误，请重新设置。"_qs);
   EXPECT_TRUE(t.dialogs.fileRequests.isEmpty());
+}
+
+// A fresh installation has chosen no program: the desktop's own program for
+// the document's type opens it, and no box names an empty path.
+TEST(FormatDocuments, WithoutAChosenProgramTheDesktopOpensTheFile) {
+  test::TestEnv t;
+  test::MakeProgramFolder(t);
+  AppState a = makeApp(t);
+  ASSERT_FALSE(QFile::exists(t.path(u"\\ini\\WenShu.ini"_qs)));
+  const QString doc = t.path(u"\\法律文书\\起诉状.txt"_qs);
+  t.dialogs.answer(doc);
+  OpenFormatFile(a);
+  EXPECT_TRUE(t.boxes.shown().isEmpty());
+  ASSERT_EQ(t.dialogs.fileRequests.size(), 1);
+  EXPECT_EQ(t.dialogs.fileRequests[0].title, u"打开格式文书文件"_qs);
+  ASSERT_EQ(t.shell.calls.size(), 1);
+  EXPECT_EQ(t.shell.calls[0].kind, ShellCall::Open);
+  EXPECT_EQ(t.shell.calls[0].target, doc);
+  // A desktop without a program for it says so, naming the file.
+  t.shell.result = false;
+  t.dialogs.answer(doc);
+  OpenFormatFile(a);
+  ASSERT_EQ(t.boxes.shown().size(), 1);
+  EXPECT_EQ(t.boxes.shown()[0].text, CannotOpenText(doc, true));
+}
+
+TEST(FormatDocuments, AProgramThatCannotBeStartedIsSaid) {
+  test::TestEnv t;
+  test::MakeProgramFolder(t);
+  AppState a = makeApp(t);
+  t.writeGbk(u"\\ini\\WenShu.ini"_qs, u"\"/bin/sh\"\r\n"_qs);
+  t.shell.result = false;
+  t.dialogs.answer(t.path(u"\\法律文书\\起诉状.txt"_qs));
+  OpenFormatFile(a);
+  ASSERT_EQ(t.boxes.shown().size(), 1);
+  EXPECT_EQ(t.boxes.shown()[0].text, u"无法启动程序：\r\n/bin/sh"_qs);
 }
 
 TEST(FormatDocuments, OpenStartsTheProgramWithTheChosenFile) {

@@ -89,6 +89,7 @@ TEST(DemoData, HasEveryFileOfTheLayout) {
                              u"\\ini\\zimu.mmd"_qs,
                              u"\\ini\\leibie.mmd"_qs,
                              u"\\ini\\jiemian.jpg"_qs,
+                             u"\\ini\\startpage.jpg"_qs,
                              u"\\ini\\fa.ico"_qs,
                              u"\\ini\\mmpoint.cur"_qs,
                              u"\\ini\\Help4AddNewLaw.ini"_qs,
@@ -662,6 +663,21 @@ TEST(DemoData, PicturesLoad) {
   EXPECT_FALSE(s.isNull());
   EXPECT_GE(s.width(), 300);
   EXPECT_GE(s.height(), 200);
+  // The start page's picture is the splash without the start-up's words
+  // and bar: where the bar stands, the splash is dark and the start page
+  // shows the background.
+  const QImage start = QImage(DemoPath(u"\\ini\\startpage.jpg"_qs));
+  ASSERT_EQ(start.size(), s.size());
+  const QPoint bar(s.width() / 2, static_cast<int>(s.height() * 0.87) + 1);
+  EXPECT_LT(qGray(s.pixel(bar)), 40);
+  EXPECT_GT(qGray(start.pixel(bar)) - qGray(s.pixel(bar)), 25);
+  const QPoint words(s.width() / 2, static_cast<int>(s.height() * 0.87) - 16);
+  int differ = 0;
+  for (int x = s.width() / 3; x < s.width() * 2 / 3; ++x)
+    if (qAbs(qGray(start.pixel(x, words.y())) - qGray(s.pixel(x, words.y()))) > 60) ++differ;
+  EXPECT_GT(differ, 10);  // the words are on the splash only
+  // Elsewhere the two are the same picture.
+  EXPECT_LT(qAbs(qGray(start.pixel(60, 60)) - qGray(s.pixel(60, 60))), 8);
   QImageReader icon(DemoPath(u"\\ini\\fa.ico"_qs));
   EXPECT_EQ(icon.format(), QByteArray("ico"));
   EXPECT_EQ(icon.read().size(), QSize(32, 32));

@@ -6,9 +6,11 @@
 
 #include <QDir>
 #include <QDirIterator>
+#include <QFileInfo>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include "data_test_util.h"
 #include "platform/paths.h"
@@ -29,7 +31,9 @@ struct LmdataRun {
   QString out, err;
 };
 
-LmdataRun RunLmdata(const QString& folder) {
+// With --console, as the scripts run it; without, it shows its window
+// (offscreen in the tests).
+LmdataRun RunLmdata(const QString& folder, const QStringList& args = {u"--console"_qs}) {
   LmdataRun r;
   const QString program = folder + u"/lmdata"_qs;
   if (!QFile::exists(program)) {
@@ -38,7 +42,7 @@ LmdataRun RunLmdata(const QString& folder) {
   }
   QProcess p;
   p.setWorkingDirectory(QDir::tempPath());
-  p.start(program, {});
+  p.start(program, args);
   EXPECT_TRUE(p.waitForFinished(120000));
   r.exitCode = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
   r.out = QString::fromUtf8(p.readAllStandardOutput());
@@ -99,4 +103,25 @@ TEST(Lmdata, RunAgainKeepsTheUsersFiles) {
   EXPECT_TRUE(QDir(root + u"/知识点"_qs).exists());
   EXPECT_FALSE(QFile::exists(root + u"/ini/newlumen.txt"_qs));
   EXPECT_EQ(ReadBytes(root + u"/ini/NEWLUMEN.TXT"_qs), QByteArray("[信息]\r\n"));
+}
+
+// Started by the program in an empty folder: the window with its progress,
+// then the program beside it is started again.
+TEST(Lmdata, InItsWindowItStartsTheProgramAgainWhenTheDataIsReady) {
+  ASSERT_FALSE(kLmdata.isEmpty());
+  QTemporaryDir dir;
+  const QString marker = dir.filePath(u"started.txt"_qs);
+  // A stand-in for the program: it notes where it was started.
+  QFile program(dir.filePath(u"mingjing"_qs));
+  ASSERT_TRUE(program.open(QIODevice::WriteOnly));
+  program.write(u"#!/bin/sh\npwd > '%1'\n"_qs.arg(marker).toUtf8());
+  program.close();
+  program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  const LmdataRun r = RunLmdata(dir.path(), {});
+  EXPECT_EQ(r.exitCode, 0) << r.err.toStdString();
+  EXPECT_TRUE(r.out.contains(u"明镜学习伴侣数据包已解压到"_qs)) << r.out.toStdString();
+  EXPECT_TRUE(QDir(dir.filePath(u"yibanti"_qs)).exists());
+  // The program was started in its folder.
+  for (int i = 0; i < 100 && !QFile::exists(marker); ++i) QThread::msleep(50);
+  EXPECT_EQ(ReadBytes(marker).trimmed(), QFileInfo(dir.path()).canonicalFilePath().toUtf8());
 }

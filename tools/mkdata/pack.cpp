@@ -63,10 +63,15 @@ bool Unpack(const QByteArray& bytes, QList<Entry>* entries) {
   return s.status() == QDataStream::Ok && entries->size() == qsizetype(n);
 }
 
-UnpackReport UnpackInto(const QList<Entry>& entries, const QString& root) {
+UnpackReport UnpackInto(const QList<Entry>& entries, const QString& root,
+                        const std::function<void(int done, int total)>& progress) {
   UnpackReport r;
+  const int total = static_cast<int>(entries.size());
+  int done = 0;
   for (const Entry& e : entries) {
     if (!r.failedPath.isEmpty()) break;
+    if (progress) progress(done, total);
+    ++done;
     // AppPath names an existing file or folder that differs only in case.
     const QString target = mj::AppPath(root, e.path);
     if (e.isDir) {
@@ -91,6 +96,7 @@ UnpackReport UnpackInto(const QList<Entry>& entries, const QString& root) {
     else
       r.failedPath = target;
   }
+  if (progress && r.failedPath.isEmpty()) progress(total, total);
   return r;
 }
 

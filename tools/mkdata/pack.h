@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <functional>
 
 namespace mjpack {
 
@@ -33,7 +34,9 @@ struct UnpackReport {
 // Writes the entries under root. An existing file (its name compared
 // without regard to letter case, as the data set comes from Windows) is
 // never touched, so a folder in use keeps its records; missing folders
-// and files are made.
-UnpackReport UnpackInto(const QList<Entry>& entries, const QString& root);
+// and files are made. `progress`, when given, hears after each entry how
+// many of all are done.
+UnpackReport UnpackInto(const QList<Entry>& entries, const QString& root,
+                        const std::function<void(int done, int total)>& progress = {});
 
 }  // namespace mjpack

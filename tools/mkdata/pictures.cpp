@@ -8,6 +8,7 @@
 #include <QPainterPath>
 #include <QRadialGradient>
 #include <QtEndian>
+#include <utility>
 
 #include "platform/textfile.h"
 
@@ -44,7 +45,12 @@ void DrawMirror(QPainter& p, const QPointF& centre, qreal radius) {
 
 }  // namespace
 
-QImage SplashPicture() {
+namespace {
+
+// The picture of the splash and of the start page: the same, except that
+// the splash has the words of the start-up and the frame of its bar, which
+// a start page that stays all session must not show.
+QImage FrontPicture(bool startUp) {
   const int w = 520, h = 340;
   QImage img(w, h, QImage::Format_RGB32);
   QPainter p(&img);
@@ -94,12 +100,14 @@ QImage SplashPicture() {
   p.restore();
 
   // The start-up bar runs across the middle third at 87% of the height.
-  p.setFont(Font(kFontFamily, 12, false));
-  p.setPen(QColor(220, 232, 244));
-  p.drawText(QRectF(0, h * 0.87 - 26, w, 20), Qt::AlignHCenter, QStringLiteral("正在启动，请稍候……"));
-  p.setPen(Qt::NoPen);
-  p.setBrush(QColor(8, 24, 48));
-  p.drawRect(QRectF(w / 3.0 - 2, h * 0.87 - 2, w / 3.0 + 4, h * 0.007 + 4));
+  if (startUp) {
+    p.setFont(Font(kFontFamily, 12, false));
+    p.setPen(QColor(220, 232, 244));
+    p.drawText(QRectF(0, h * 0.87 - 26, w, 20), Qt::AlignHCenter, QStringLiteral("正在启动，请稍候……"));
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(8, 24, 48));
+    p.drawRect(QRectF(w / 3.0 - 2, h * 0.87 - 2, w / 3.0 + 4, h * 0.007 + 4));
+  }
 
   p.setFont(Font(kFontFamily, 11, false));
   p.setPen(QColor(170, 196, 220));
@@ -108,6 +116,11 @@ QImage SplashPicture() {
   p.end();
   return img;
 }
+
+}  // namespace
+
+QImage SplashPicture() { return FrontPicture(true); }
+QImage StartPagePicture() { return FrontPicture(false); }
 
 QImage IconPicture(int size) {
   QImage img(size, size, QImage::Format_ARGB32);
@@ -170,11 +183,12 @@ QByteArray CursorFile(const QImage& picture, int hotX, int hotY) {
 }
 
 bool WritePictures(const QString& folder, QString* error) {
-  {
-    QImageWriter w(folder + QStringLiteral("/jiemian.jpg"), "jpeg");
+  for (const auto& [name, picture] : {std::pair{QStringLiteral("jiemian.jpg"), SplashPicture()},
+                                      std::pair{QStringLiteral("startpage.jpg"), StartPagePicture()}}) {
+    QImageWriter w(folder + u'/' + name, "jpeg");
     w.setQuality(90);
-    if (!w.write(SplashPicture())) {
-      *error = QStringLiteral("jiemian.jpg：") + w.errorString();
+    if (!w.write(picture)) {
+      *error = name + QStringLiteral("：") + w.errorString();
       return false;
     }
   }
