@@ -618,6 +618,21 @@ bool Form1::eventFilter(QObject* watched, QEvent* event) {
   return QMainWindow::eventFilter(watched, event);
 }
 
+void Form1::resizeEvent(QResizeEvent* e) {
+  QMainWindow::resizeEvent(e);
+  fitMenuBar();
+}
+
+void Form1::fitMenuBar() {
+  QMenuBar* bar = menuBar();
+  const bool compact = !bar->styleSheet().isEmpty();
+  if (!compact) naturalMenuWidth_ = bar->sizeHint().width();
+  const bool needed = naturalMenuWidth_ > width();
+  if (needed != compact)
+    bar->setStyleSheet(needed ? QStringLiteral("QMenuBar { spacing: 0px; } QMenuBar::item { padding: 3px 4px; }")
+                              : QString());
+}
+
 void Form1::closeEvent(QCloseEvent* e) {
   // The last steps of a close let window events through: a second close
   // request meanwhile changes nothing.

@@ -159,6 +159,7 @@ class Form1 : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* e) override;
+  void resizeEvent(QResizeEvent* e) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -170,6 +171,9 @@ class Form1 : public QMainWindow {
   void step(int n);
   void applyTitle();
   void unloadSplash();
+  // All entries of the menu bar in view: closer together when the window
+  // is too narrow for them (a large system font on a 1024 pixel screen).
+  void fitMenuBar();
   // After a run of the law query's 相关NN题: the face and the run of before.
   void restoreBeforeRelatedRun();
   // The end of the start once the news file came (or did not): the
@@ -190,6 +194,7 @@ class Form1 : public QMainWindow {
     std::optional<PracticeRun> run;  // the run that was open, with its counters
   };
   std::optional<BeforeRelatedRun> beforeRelatedRun_;
+  int naturalMenuWidth_ = 0;  // the menu bar's width at its normal spacing
   Form10* form10_ = nullptr;
   Form13* form13_ = nullptr;
   Form9* form9_ = nullptr;

@@ -15,6 +15,7 @@
 #include "practice/answer_window.h"
 #include "practice/directory_widget.h"
 #include "practice/practice_frame_widget.h"
+#include "settings/settings_window.h"
 #include "support/printers.h"
 #include "support/test_env.h"
 #include "support/window_checks.h"
@@ -123,6 +124,25 @@ TEST_F(DesktopScreens, LawQuery) {
   Form6* f = form->lawQueryWindow();
   ASSERT_TRUE(f->isVisible());
   test::CheckOnScreens(f, u"law_query"_qs);
+}
+
+// The windows of the settings: the settings window and the practice frame's
+// personal settings.
+TEST_F(DesktopScreens, SettingsWindows) {
+  form->MyConfigMenu->trigger();
+  Form4* settings = form->settingsWindow();
+  ASSERT_TRUE(settings->isVisible());
+  test::CheckOnScreens(settings, u"settings_window"_qs);
+  settings->close();
+  form->ShiTi->trigger();
+  startBank(u"100011.mmd"_qs);
+  frame()->Frame3Cmd[0]->click();
+  QWidget* personal = nullptr;
+  for (QWidget* w : QApplication::topLevelWidgets())
+    if (w->objectName() == u"Form2"_qs && w->isVisible()) personal = w;
+  ASSERT_NE(personal, nullptr);
+  test::CheckOnScreens(personal, u"personal_settings_window"_qs);
+  personal->close();
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QScreen>
 #include <QTest>
 
@@ -82,4 +83,30 @@ TEST(Desktop, TheSupportSiteThatCannotBeOpenedIsShownAndCopied) {
   const QString site = u"https://mingjing.example.org"_qs;
   EXPECT_EQ(s.t.boxes.shown()[0].text, u"无法打开网址：\r\n"_qs + site + kAddressBoxEnd);
   EXPECT_EQ(s.t.clipboard.text(), site);
+}
+
+// Every entry of the menu, 退出 last, stays in view: on a 1024 pixel screen
+// with a large system font, and in a window of 800 pixels.
+TEST(Desktop, TheMenuBarShowsAllItsEntries) {
+  Started s;
+  QFont large = s.form->font();
+  large.setPointSize(12);
+  s.form->setFont(large);
+  s.form->showMaximized();
+  test::SettleLayouts();
+  EXPECT_TRUE(test::LayoutProblems(s.form.get()).filter(u"hides entries"_qs).isEmpty())
+      << test::LayoutProblems(s.form.get()).join(u'\n').toStdString();
+  QMenuBar* bar = s.form->menuBar();
+  EXPECT_TRUE(bar->rect().contains(bar->actionGeometry(s.form->MmExit)));
+  test::SaveScreenshot(s.form.get(), u"menu_large_font-1024x768"_qs);
+  // The usual font, 800 pixels wide.
+  s.form->setFont(QFont());
+  s.form->showNormal();
+  s.form->resize(800, 600);
+  test::SettleLayouts();
+  EXPECT_TRUE(bar->rect().contains(bar->actionGeometry(s.form->MmExit))) << bar->actionGeometry(s.form->MmExit).right();
+  // Wide again: the usual spacing comes back.
+  s.form->resize(1000, 600);
+  test::SettleLayouts();
+  EXPECT_TRUE(bar->styleSheet().isEmpty());
 }
