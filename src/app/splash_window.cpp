@@ -30,8 +30,15 @@ void Form8::load() {
   }
   if (const QScreen* screen = QGuiApplication::primaryScreen()) {
     const QRect avail = screen->availableGeometry();
+    // A picture larger than the screen is shown whole, made smaller, so
+    // that a small screen shows it all and the bar where it belongs.
+    if (!picture_.isNull() && (width() > avail.width() || height() > avail.height()))
+      resize(picture_.size().scaled(avail.size(), Qt::KeepAspectRatio));
     move(avail.center() - rect().center());
   }
+  shown_ = picture_.isNull() || picture_.size() == size()
+               ? picture_
+               : picture_.scaled(size(), Qt::KeepAspectRatio, Qt::SmoothTransformation);
   barStart_ = width() / 3;
   Timer1->start();
 }
@@ -51,7 +58,7 @@ void Form8::tick() {
 
 void Form8::paintEvent(QPaintEvent*) {
   QPainter p(this);
-  if (!picture_.isNull()) p.drawPixmap(0, 0, picture_);
+  if (!shown_.isNull()) p.drawPixmap(0, 0, shown_);
   else p.fillRect(rect(), QColor(0x20, 0x40, 0x80));
   const int len = std::min(step_ * 2, width() / 3);
   if (len > 0) {

@@ -17,11 +17,11 @@ class Form8 : public QWidget {
  public:
   explicit Form8(const Env& env, QWidget* parent = nullptr);
 
-  // Loads the picture (a box when it is missing), takes its size and centres
-  // the window on the screen.
+  // Loads the picture (a box when it is missing), takes its size (made
+  // smaller to fit a smaller screen) and centres the window on the screen.
   void load();
 
-  // The picture as loaded; null when it was missing.
+  // The picture as loaded, at its own size; null when it was missing.
   const QPixmap& picture() const { return picture_; }
   int step() const { return step_; }
   int barStart() const { return barStart_; }
@@ -38,6 +38,7 @@ class Form8 : public QWidget {
  private:
   const Env& env_;
   QPixmap picture_;
+  QPixmap shown_;  // the picture at the window's size
   int step_ = 0;
   int barStart_ = 0;
   bool firstTick_ = true;

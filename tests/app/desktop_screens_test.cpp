@@ -7,9 +7,13 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
+#include <QTimer>
 #include <QTextEdit>
+#include <QTreeWidget>
 
 #include "app/main_window.h"
+#include "app/splash_window.h"
+#include "law/keypad_window.h"
 #include "law/law_query_window.h"
 #include "platform/vbtext.h"
 #include "practice/answer_window.h"
@@ -124,6 +128,43 @@ TEST_F(DesktopScreens, LawQuery) {
   Form6* f = form->lawQueryWindow();
   ASSERT_TRUE(f->isVisible());
   test::CheckOnScreens(f, u"law_query"_qs);
+}
+
+// The keypad of the article numbers opens beside its box and fully on the
+// screen the law query is on, at either size.
+TEST_F(DesktopScreens, LawQueryKeypad) {
+  form->FGCX->trigger();
+  Form6* f = form->lawQueryWindow();
+  f->TreeView1->expandAll();
+  const auto found = f->TreeView1->findItems(u"《示例刑法》"_qs, Qt::MatchExactly | Qt::MatchRecursive);
+  ASSERT_EQ(found.size(), 1);
+  QTest::mouseClick(f->TreeView1->viewport(), Qt::LeftButton, {}, f->TreeView1->visualItemRect(found[0]).center());
+  for (const QSize size : {test::kSmallScreen, test::kLargeScreen}) {
+    QScreen* screen = test::TestScreen(size);
+    ASSERT_NE(screen, nullptr);
+    test::ShowOnScreen(f, screen);
+    QTest::keyClick(f->TreeView1, Qt::Key_Period);
+    Form7* k = f->keypad();
+    ASSERT_NE(k, nullptr);
+    ASSERT_TRUE(k->isVisible());
+    test::SettleLayouts();
+    const QString name = u"law_query_keypad-%1x%2"_qs.arg(size.width()).arg(size.height());
+    test::SaveScreenshot(k, name);
+    EXPECT_EQ(k->screen(), screen) << name.toStdString();
+    EXPECT_TRUE(screen->availableGeometry().contains(k->frameGeometry())) << name.toStdString();
+    EXPECT_TRUE(test::LayoutProblems(k).isEmpty()) << test::LayoutProblems(k).join(u'\n').toStdString();
+    k->hide();
+  }
+}
+
+// The splash of the start, with the demonstration picture.
+TEST_F(DesktopScreens, Splash) {
+  Form8 splash(t->env);
+  splash.load();
+  splash.tick();
+  splash.Timer1->stop();
+  test::CheckOnScreens(&splash, u"splash"_qs);
+  splash.hide();
 }
 
 // The windows of the settings: the settings window and the practice frame's

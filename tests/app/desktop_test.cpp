@@ -4,13 +4,17 @@
 
 #include <QAction>
 #include <QFile>
+#include <QImage>
+#include <QPainter>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QScreen>
 #include <QTest>
+#include <QTimer>
 
 #include "app/main_window.h"
+#include "app/splash_window.h"
 #include "law/law_query_window.h"
 #include "settings/help_window.h"
 #include "support/printers.h"
@@ -109,4 +113,32 @@ TEST(Desktop, TheMenuBarShowsAllItsEntries) {
   s.form->resize(1000, 600);
   test::SettleLayouts();
   EXPECT_TRUE(bar->styleSheet().isEmpty());
+}
+
+// A start picture larger than the screen: the splash shows it whole, made
+// smaller, centred on the screen, with its bar in the middle third.
+TEST(Desktop, ASplashPictureLargerThanTheScreenIsShownWholeOnIt) {
+  test::TestEnv t;
+  test::MakeProgramFolder(t);
+  QImage big(2000, 1000, QImage::Format_RGB32);
+  big.fill(QColor(200, 0, 0));
+  QPainter(&big).fillRect(1000, 0, 1000, 1000, QColor(0, 200, 0));
+  ASSERT_TRUE(big.save(t.path(u"\\ini\\jiemian.jpg"_qs), "JPEG"));
+  Form8 splash(t.env);
+  splash.load();
+  splash.tick();
+  test::SettleLayouts();
+  const QRect area = smallArea();
+  EXPECT_EQ(splash.size(), QSize(area.width(), area.width() / 2));
+  EXPECT_TRUE(area.contains(splash.frameGeometry()));
+  EXPECT_EQ(splash.frameGeometry().center(), area.center());
+  EXPECT_EQ(splash.barStart(), splash.width() / 3);
+  EXPECT_EQ(splash.picture().size(), QSize(2000, 1000));
+  // The whole picture: red on the left, green up to the right edge.
+  const QImage shown = splash.grab().toImage();
+  EXPECT_GT(qRed(shown.pixel(10, 10)), 150);
+  EXPECT_GT(qGreen(shown.pixel(shown.width() - 10, 10)), 150);
+  EXPECT_LT(qRed(shown.pixel(shown.width() - 10, 10)), 60);
+  EXPECT_TRUE(test::LayoutProblems(&splash).isEmpty()) << test::LayoutProblems(&splash).join(u'\n').toStdString();
+  splash.Timer1->stop();
 }
