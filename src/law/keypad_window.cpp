@@ -7,6 +7,7 @@
 #include <QScreen>
 
 #include "law/law_query.h"
+#include "platform/escape_key_widget.h"
 
 namespace mj {
 
@@ -14,6 +15,7 @@ Form7::Form7(LawQuery& query, std::function<void()> changed, QWidget* parent)
     : QWidget(parent, Qt::Tool), query_(query), changed_(std::move(changed)) {
   setObjectName(QStringLiteral("Form7"));
   setWindowTitle(QStringLiteral("请输入法条"));
+  CloseOnEscape(this);
   auto* grid = new QGridLayout(this);
   const QStringList captions{QStringLiteral("0"),    QStringLiteral("1"),    QStringLiteral("2"), QStringLiteral("3"),
                              QStringLiteral("4"),    QStringLiteral("5"),    QStringLiteral("6"), QStringLiteral("7"),
@@ -66,6 +68,11 @@ void Form7::LocateForm(const QWidget* beside) {
     if (at.y() + height() > avail.bottom()) at.setY(beside->mapToGlobal(QPoint(0, 0)).y() - height() - 4);
   }
   move(at);
+}
+
+void Form7::closeEvent(QCloseEvent* e) {
+  query_.closeKeypad();
+  QWidget::closeEvent(e);
 }
 
 void Form7::keyPressEvent(QKeyEvent* e) {

@@ -30,6 +30,9 @@ class Form7 : public QWidget {
 
  protected:
   void keyPressEvent(QKeyEvent* e) override;
+  // Closed by the user (Esc, the title bar): the law query no longer counts
+  // it as open, so that its next view does not bring it back.
+  void closeEvent(QCloseEvent* e) override;
 
  private:
   void press(int index);

@@ -22,6 +22,7 @@
 
 #include "law/keypad_window.h"
 #include "law/text_places.h"
+#include "platform/escape_key_widget.h"
 #include "platform/text_toolkit.h"
 
 namespace mj {
@@ -52,6 +53,7 @@ QPushButton* Button(const QString& name, const QString& caption) {
 Form6::Form6(const Env& env, const ItemIndex* items, QWidget* parent) : QWidget(parent, Qt::Window), query_(env) {
   setObjectName(QStringLiteral("Form6"));
   setWindowTitle(QStringLiteral("法律查询"));
+  CloseOnEscape(this);
   query_.setItems(items);
 
   auto* h = new QHBoxLayout(this);

@@ -5,6 +5,7 @@
 #include <QTextEdit>
 #include <QVBoxLayout>
 
+#include "platform/escape_key_widget.h"
 #include "settings/help.h"
 
 namespace mj {
@@ -12,6 +13,7 @@ namespace mj {
 Form18::Form18(const Env& env, QWidget* parent) : QWidget(parent, Qt::Window), env_(env) {
   setObjectName(QStringLiteral("Form18"));
   setWindowTitle(QStringLiteral("明镜学习伴侣") + QStringLiteral("3.10") + QStringLiteral("使用说明"));
+  CloseOnEscape(this);
   auto* v = new QVBoxLayout(this);
   RichTextBox1 = new QTextEdit;
   RichTextBox1->setObjectName(QStringLiteral("RichTextBox1"));

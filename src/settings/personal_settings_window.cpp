@@ -7,6 +7,8 @@
 #include <QShowEvent>
 #include <QVBoxLayout>
 
+#include "platform/escape_key_widget.h"
+
 namespace mj {
 
 namespace {
@@ -23,6 +25,7 @@ constexpr const char16_t* kOptionCaptions[6] = {
 Form2::Form2(QWidget* parent) : QWidget(parent, Qt::Window) {
   setObjectName(QStringLiteral("Form2"));
   setWindowTitle(QStringLiteral("明镜学习伴侣") + QStringLiteral("/个性设置  "));
+  CloseOnEscape(this);
 
   auto* outer = new QVBoxLayout(this);
   for (int f = 0; f < 3; ++f) {

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "platform/escape_key_widget.h"
 #include "platform/vbtext.h"
 #include "settings/text_style_widget.h"
 #include "settings/updown_widget.h"
@@ -44,6 +45,7 @@ Form4::Form4(const Env& env, Settings& settings, QWidget* mainWindow, QWidget* p
     : QWidget(parent, Qt::Window), env_(env), settings_(settings), mainWindow_(mainWindow) {
   setObjectName(QStringLiteral("Form4"));
   setWindowTitle(QStringLiteral("明镜学习伴侣/设置"));
+  CloseOnEscape(this);
 
   auto* outer = new QVBoxLayout(this);
 

@@ -174,7 +174,12 @@ TEST_F(DesktopScreens, SettingsWindows) {
   Form4* settings = form->settingsWindow();
   ASSERT_TRUE(settings->isVisible());
   test::CheckOnScreens(settings, u"settings_window"_qs);
-  settings->close();
+  // Esc closes each, as 取消 does.
+  settings->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(settings));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+  EXPECT_FALSE(settings->isVisible());
+  EXPECT_TRUE(form->isVisible());
   form->ShiTi->trigger();
   startBank(u"100011.mmd"_qs);
   frame()->Frame3Cmd[0]->click();
@@ -183,7 +188,10 @@ TEST_F(DesktopScreens, SettingsWindows) {
     if (w->objectName() == u"Form2"_qs && w->isVisible()) personal = w;
   ASSERT_NE(personal, nullptr);
   test::CheckOnScreens(personal, u"personal_settings_window"_qs);
-  personal->close();
+  personal->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(personal));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+  EXPECT_FALSE(personal->isVisible());
 }
 
 }  // namespace

@@ -5,11 +5,12 @@
 #include <QAction>
 #include <QFile>
 #include <QImage>
-#include <QPainter>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPainter>
 #include <QScreen>
+#include <QTextEdit>
 #include <QTest>
 #include <QTimer>
 
@@ -74,6 +75,12 @@ TEST(Desktop, TheHelpWindowOpensFullyOnTheScreen) {
   EXPECT_TRUE(smallArea().contains(help->frameGeometry()))
       << help->frameGeometry().y() << "+" << help->frameGeometry().height();
   test::CheckOnScreens(help, u"help_window"_qs);
+  // Esc closes the help alone.
+  help->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(help));
+  QTest::keyClick(help->RichTextBox1, Qt::Key_Escape);
+  EXPECT_FALSE(help->isVisible());
+  EXPECT_TRUE(lawQuery->isVisible());
 }
 
 TEST(Desktop, TheSupportSiteThatCannotBeOpenedIsShownAndCopied) {

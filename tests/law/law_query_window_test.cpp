@@ -210,6 +210,33 @@ TEST_F(Form6Test, TheDecimalKeyAnywhereCallsTheKeypad) {
   EXPECT_EQ(te.boxes.shown()[0].text, keypad::HelpText());
 }
 
+// Esc closes the keypad alone, and the law query takes it as closed: the
+// next view leaves it shut and the decimal key opens it again. Esc in the
+// law query then closes the law query.
+TEST_F(Form6Test, EscClosesTheKeypadThenTheLawQuery) {
+  clickNode(u"《示例法》"_qs);
+  QTest::keyClick(form->TreeView1, Qt::Key_Period);
+  Form7* k = form->keypad();
+  ASSERT_NE(k, nullptr);
+  ASSERT_TRUE(k->isVisible());
+  ASSERT_TRUE(QTest::qWaitForWindowActive(k));
+  QTest::keyClicks(k, u"3"_qs);
+  QTest::keyClick(k, Qt::Key_Escape);
+  EXPECT_FALSE(k->isVisible());
+  EXPECT_FALSE(form->query().keypadOpen);
+  EXPECT_TRUE(form->isVisible());
+  form->showAgain();
+  EXPECT_FALSE(k->isVisible());
+  QTest::keyClick(form->TreeView1, Qt::Key_Period);
+  EXPECT_TRUE(k->isVisible());
+  k->close();
+  form->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
+  QTest::keyClick(form->TreeView1, Qt::Key_Escape);
+  EXPECT_FALSE(form->isVisible());
+  EXPECT_FALSE(k->isVisible());
+}
+
 TEST_F(Form6Test, TheKeypadButtons) {
   clickNode(u"《示例法》"_qs);
   form->query().decimalKey();

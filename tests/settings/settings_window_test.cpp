@@ -354,6 +354,24 @@ TEST_F(SettingsWindow, ClosingTheWindowOtherwiseIsCancel) {
   EXPECT_EQ(fileBytes(), ToGbk(kSavedFile));
 }
 
+// Esc in a number field is 取消 as well.
+TEST_F(SettingsWindow, EscIsCancel) {
+  t.writeGbk(kSettingsFile, kSavedFile);
+  form.openWindow();
+  form.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+  QTest::mouseClick(form.numUpDown(2)->upButton(), Qt::LeftButton);
+  type(0, u"0"_qs);
+  ASSERT_EQ(settings.number(kStPassDays), 8);
+  QTest::keyClick(form.numText(0), Qt::Key_Escape);
+  EXPECT_FALSE(form.isVisible());
+  EXPECT_TRUE(main.isVisible());
+  EXPECT_EQ(settings.number(kStPassDays), 7);
+  EXPECT_EQ(text(2), u"7"_qs);
+  EXPECT_EQ(text(0), u"3"_qs);
+  EXPECT_EQ(fileBytes(), ToGbk(kSavedFile));
+}
+
 TEST_F(SettingsWindow, FontDialogIsPrefilledAndItsChoiceAppliedAtOnce) {
   t.writeGbk(kSettingsFile, kSavedFile);
   RecordingDialogs dialogs;
