@@ -9,6 +9,7 @@
 
 #include "papers/pair_list.h"
 #include "papers/text_box_widget.h"
+#include "platform/escape_key_widget.h"
 #include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
@@ -25,6 +26,7 @@ QString Form11::explanation() {
 Form11::Form11(const Env& env, QWidget* parent) : QWidget(parent, Qt::Window), env_(env) {
   setObjectName(QStringLiteral("Form11"));
   setWindowTitle(QStringLiteral("合法性检查"));
+  CloseOnEscape(this);
 
   auto* outer = new QVBoxLayout(this);
   Heading = new QLabel(QStringLiteral("合法性检验结果"), this);

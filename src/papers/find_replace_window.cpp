@@ -12,12 +12,14 @@
 
 #include "papers/pair_list.h"
 #include "papers/text_box_widget.h"
+#include "platform/escape_key_widget.h"
 
 namespace mj {
 
 Form13::Form13(const Env& env, QWidget* parent) : QWidget(parent, Qt::Window), env_(env) {
   setObjectName(QStringLiteral("Form13"));
   setWindowTitle(QStringLiteral("查找/替换"));
+  CloseOnEscape(this);
 
   auto* outer = new QVBoxLayout(this);
   auto* grid = new QGridLayout;

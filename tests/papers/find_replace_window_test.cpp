@@ -54,6 +54,11 @@ TEST_F(Form13Test, OpensWithTheSelection) {
   EXPECT_EQ(form->Combo1->itemText(1), u"《》"_qs);
   EXPECT_EQ(form->Combo1->itemText(2), u"全角空格"_qs);
   test::CheckOnScreens(form.get(), u"find_replace_window"_qs);
+  // Esc in the find box closes the window, as 关闭 does.
+  form->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
+  QTest::keyClick(form->Text1, Qt::Key_Escape);
+  EXPECT_FALSE(form->isVisible());
 }
 
 TEST_F(Form13Test, FindNextSelectsInTheTargetAndSaysWhenAtTheEnd) {

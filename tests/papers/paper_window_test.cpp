@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QComboBox>
 #include <QFile>
 #include <QLabel>
@@ -145,6 +146,14 @@ TEST_F(Form10Test, TheReportInTheResultWindow) {
   test::CheckOnScreens(f, u"check_result_window"_qs);
   f->Command1->click();
   EXPECT_FALSE(f->isVisible());
+  // Esc as well, wherever the focus is in it.
+  form->Command1[0]->click();
+  ASSERT_TRUE(f->isVisible());
+  f->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(f));
+  QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : f, Qt::Key_Escape);
+  EXPECT_FALSE(f->isVisible());
+  EXPECT_TRUE(form->isVisible());
 }
 
 TEST_F(Form10Test, UnknownLawNamesComeWithTheOfferToReplaceThem) {
