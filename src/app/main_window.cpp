@@ -41,6 +41,7 @@
 #include "practice/directory_entries.h"
 #include "practice/directory_widget.h"
 #include "practice/practice_frame_widget.h"
+#include "bank/forecast_window.h"
 #include "settings/help.h"
 #include "settings/help_window.h"
 #include "settings/settings.h"
@@ -79,8 +80,16 @@ Form1::~Form1() {
 }
 
 Form4* Form1::settingsWindow() {
-  if (!form4_) form4_ = new Form4(env(), *settings_, this, this);
+  if (!form4_) {
+    form4_ = new Form4(env(), *settings_, this, this);
+    form4_->setForecastHook([this] { forecastWindow()->openWindow(); });
+  }
   return form4_;
+}
+
+Form5* Form1::forecastWindow() {
+  if (!form5_) form5_ = new Form5(env(), *settings_, settingsWindow(), this);
+  return form5_;
 }
 
 void Form1::buildMenu() {

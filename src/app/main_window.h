@@ -30,6 +30,7 @@ class LogEntries;
 class LogGridWidget;
 enum class DirectoryMode;
 class Form4;
+class Form5;
 class Form8;
 class Form9;
 class Form10;
@@ -96,6 +97,8 @@ class Form1 : public QMainWindow {
 
   // The settings window, created on first use.
   Form4* settingsWindow();
+  // The forecast window of its "分析预测", created on first use.
+  Form5* forecastWindow();
 
   // Observes the start-up: called with each step number as it begins.
   std::function<void(int step)> onStartupStep;
@@ -183,6 +186,7 @@ class Form1 : public QMainWindow {
   AppState app_;
   std::unique_ptr<Settings> settings_;
   Form4* form4_ = nullptr;
+  Form5* form5_ = nullptr;
   bool inDirectoryEntry_ = false;  // a count lets events through: no second entry meanwhile
   QStackedWidget* faces_ = nullptr;
   Form8* splash_ = nullptr;
