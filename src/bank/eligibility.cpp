@@ -237,6 +237,21 @@ bool IniDbfData(const QString& folder, const QString& faceTable, const QString& 
   return face.close() && items.recordCount() == items.headerRecordCount();
 }
 
+QStringList DirectoryBanks(const QString& folder, const QString& faceTable, bool simulated) {
+  const DbfTable face = DbfTable::open(AppPath(folder, faceTable));
+  const int fieldB = face.fieldIndex(QStringLiteral("b"));
+  QStringList banks;
+  for (int r : face.rows()) {
+    if (!hasBankFile(face, r, fieldB)) continue;
+    const QString b = face.text(r, fieldB);
+    if (!simulated)
+      banks.append(GetSmallTxtName(b));
+    else if (const std::optional<QString> m = MidChecked(b, Len(b) - 9, 6))
+      banks.append(*m);
+  }
+  return banks;
+}
+
 std::optional<int> RunRecordSet::findRecord(const QString& id) const {
   if (records_.isEmpty()) return std::nullopt;
   const DbfTable t = DbfTable::open(path_);

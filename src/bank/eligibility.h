@@ -16,6 +16,7 @@
 #include <QDate>
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <optional>
 
@@ -85,6 +86,13 @@ bool NewIniDbfDataByWalk(const QString& folder, const QString& faceTable, const 
 // it holds are counted).
 bool IniDbfData(const QString& folder, const QString& faceTable, const QString& itemTable, const Schedule& schedule,
                 const CountProgress& progress = {});
+
+// The banks the directory table `faceTable` points at, in table order, as
+// the counts above find them: for the internal banks (simulated false) the
+// text of b between its last "\" and its last "."; for the simulated papers
+// the 6 characters Mid(b, Len(b) - 9, 6). Only rows whose b ends in ".mmd"
+// (any case) point at a bank. Empty when the table cannot be read.
+QStringList DirectoryBanks(const QString& folder, const QString& faceTable, bool simulated);
 
 // The rows of the item table a run works on: the live rows of one bank, in
 // table order. The answer step writes each new practice record into the row
