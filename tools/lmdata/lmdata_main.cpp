@@ -1,8 +1,9 @@
 // lmdata: the data package. It carries the program folder's data and
-// unpacks it into the folder its own executable stands in. An existing file
-// is never replaced, so a folder in use keeps its records and settings;
-// missing folders and files are made. One line on the terminal says what was
-// done.
+// unpacks it into the folder its own executable stands in, or into the
+// folder named as its argument (the installed program fills the per-user
+// folder that way: lmdata --console DIR). An existing file is never
+// replaced, so a folder in use keeps its records and settings; missing
+// folders and files are made. One line on the terminal says what was done.
 //
 // The program starts it when its folder has no data yet, and ends. So that
 // the user sees what happens, the data package then shows a small window
@@ -76,7 +77,16 @@ int main(int argc, char** argv) {
   const bool windowed = WantsWindow(argc, argv);
   std::unique_ptr<QCoreApplication> app =
       windowed ? std::make_unique<QApplication>(argc, argv) : std::make_unique<QCoreApplication>(argc, argv);
-  const QString root = QCoreApplication::applicationDirPath();
+  // The folder to fill: the one named as an argument (the installed
+  // program names the per-user folder), else the package's own folder.
+  const QString exeDir = QCoreApplication::applicationDirPath();
+  QString root = exeDir;
+  bool namedFolder = false;
+  for (const QString& a : QCoreApplication::arguments().mid(1)) {
+    if (a == QStringLiteral("--console")) continue;
+    root = a;
+    namedFolder = true;
+  }
   std::unique_ptr<UnpackWindow> w;
   if (windowed) {
     w = std::make_unique<UnpackWindow>();
@@ -112,7 +122,7 @@ int main(int argc, char** argv) {
   if (!w) return 0;
 
   const QString ready = QStringLiteral("数据已准备好（新写入 %1 个文件）。").arg(r.filesWritten);
-  const QString program = root + u'/' + kProgram;
+  const QString program = exeDir + u'/' + kProgram;
   if (!QFileInfo(program).isExecutable()) {
     w->finish(ready + QStringLiteral("\n现在可以启动明镜学习伴侣了。"));
     return QCoreApplication::exec();
@@ -121,7 +131,8 @@ int main(int argc, char** argv) {
   w->text->setText(ready + QStringLiteral("\n明镜学习伴侣马上重新启动……"));
   int code = 0;
   QTimer::singleShot(kRestartDelayMs, &w->window, [&] {
-    if (QProcess::startDetached(program, {}, root)) {
+    const QStringList again = namedFolder ? QStringList{QStringLiteral("--folder"), root} : QStringList{};
+    if (QProcess::startDetached(program, again, root)) {
       QCoreApplication::quit();
       return;
     }

@@ -1,0 +1,19 @@
+// The commands of mingjing-cli, in the order of the help. A new command is
+// a class over Command in its own file pair, added here.
+#include "cli/bank_commands.h"
+#include "cli/command.h"
+#include "cli/law_commands.h"
+
+namespace mj::cli {
+
+CommandList AllCommands() {
+  CommandList list;
+  list.push_back(std::make_unique<ArticleCommand>());
+  list.push_back(std::make_unique<CiteCommand>());
+  list.push_back(std::make_unique<SearchCommand>());
+  list.push_back(std::make_unique<DueCommand>());
+  list.push_back(std::make_unique<CheckPaperCommand>());
+  return list;
+}
+
+}  // namespace mj::cli
