@@ -68,7 +68,19 @@ QT_QPA_PLATFORM=offscreen timeout 15 "$root/usr/bin/mingjing" >"$work/program.lo
 [ -f "$HOME/.local/share/mingjing/ini/userself.ini" ] || fail "the program did not start on the per-user folder"
 grep -q 'AddressSanitizer\|runtime error' "$work/program.log" && { cat "$work/program.log"; fail "sanitizer report"; }
 
-# 5. Nothing was written into the installed folders.
+# 5. --folder names the folder instead: one the data package filled, and
+#    the per-user folder stays untouched.
+rm -rf "$HOME"
+mkdir -p "$HOME"
+other="$work/other"
+"$root/usr/lib/mingjing/lmdata" --console "$other" >/dev/null || fail "lmdata --console $other"
+rc=0
+QT_QPA_PLATFORM=offscreen timeout 10 "$root/usr/bin/mingjing" --folder "$other" >"$work/program.log" 2>&1 || rc=$?
+[ "$rc" = 124 ] || { cat "$work/program.log"; fail "the program on --folder ended with $rc instead of running"; }
+[ -f "$other/ini/userself.ini" ] || fail "the program did not start on the folder of --folder"
+[ ! -e "$HOME/.local/share/mingjing" ] || fail "the per-user folder was made although --folder was given"
+
+# 6. Nothing was written into the installed folders.
 after=$(cd "$root" && find . | sort)
 [ "$before" = "$after" ] || fail "files appeared in the installed tree: $(diff <(echo "$before") <(echo "$after"))"
 echo "package test passed: $(basename "$deb")"
