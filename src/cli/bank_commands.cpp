@@ -1,8 +1,8 @@
 #include "cli/bank_commands.h"
 
 #include <QFileInfo>
-#include <QTemporaryDir>
 
+#include "cli/scratch_folder.h"
 #include "bank/item_index.h"
 #include "bank/table_check.h"
 #include "bank/tables.h"
@@ -59,25 +59,13 @@ int DueCommand::run(CommandContext& ctx) {
   const bool simulated = mode != DirectoryMode::ShiTi;
 
   // The directory entry counts into the directory table and stamps the day
-  // in the settings. A command that only reads lets it do so on copies of
-  // those files, so the numbers are the window's and the folder stays as it is.
-  QTemporaryDir copy;
-  if (!copy.isValid()) return ctx.fail(QStringLiteral("无法建立临时文件夹：%1").arg(copy.errorString()));
+  // in the settings: it does so here on copies.
   const QString faceTable = simulated ? tables::kCsDirectory : tables::kDirectory;
-  QStringList files = {QStringLiteral("\\dbf\\") + faceTable, QStringLiteral("\\ini\\userself.ini")};
-  if (simulated) files.append(QStringLiteral("\\dbf\\") + tables::kCsItems);
-  const Env scratch{copy.path(), ctx.env.clock, ctx.env.boxes, ctx.env.shell, ctx.env.dialogs, nullptr};
-  MakeDir(scratch.path(QStringLiteral("\\dbf")));
-  MakeDir(scratch.path(QStringLiteral("\\ini")));
-  for (const QString& f : files) {
-    const QString from = ctx.env.path(f);
-    if (!FileExists(from)) {
-      if (f.endsWith(QStringLiteral("userself.ini"))) continue;  // the defaults then, as in the window
-      return ctx.fail(QStringLiteral("目录表 %1 不存在。").arg(from));
-    }
-    if (!CopyFileOver(from, scratch.path(f)))
-      return ctx.fail(QStringLiteral("无法读取 %1。").arg(from));
-  }
+  QStringList required = {QStringLiteral("\\dbf\\") + faceTable};
+  if (simulated) required.append(QStringLiteral("\\dbf\\") + tables::kCsItems);
+  const ScratchFolder copy(ctx.env, {QStringLiteral("\\ini\\userself.ini")}, required);
+  if (!copy.problem().isEmpty()) return ctx.fail(copy.problem());
+  const Env& scratch = copy.env();
 
   AppState app;
   app.env = ctx.env;

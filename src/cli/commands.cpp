@@ -3,6 +3,7 @@
 #include "cli/bank_commands.h"
 #include "cli/command.h"
 #include "cli/law_commands.h"
+#include "cli/stats_command.h"
 
 namespace mj::cli {
 
@@ -13,6 +14,7 @@ CommandList AllCommands() {
   list.push_back(std::make_unique<SearchCommand>());
   list.push_back(std::make_unique<DueCommand>());
   list.push_back(std::make_unique<CheckPaperCommand>());
+  list.push_back(std::make_unique<StatsCommand>());
   return list;
 }
 

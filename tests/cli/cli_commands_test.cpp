@@ -238,7 +238,7 @@ TEST(CliFolder, AMissingFolderOrOneWithoutDataIsSaid) {
 TEST(CliHelp, TheHelpInChineseAndEnglish) {
   cli::CliResult r = RunCliOn(QString(), {u"--help"_qs});
   EXPECT_EQ(r.status, 0);
-  for (const QString& verb : {u"article"_qs, u"cite"_qs, u"search"_qs, u"due"_qs, u"check-paper"_qs})
+  for (const QString& verb : {u"article"_qs, u"cite"_qs, u"search"_qs, u"due"_qs, u"check-paper"_qs, u"stats"_qs})
     EXPECT_TRUE(r.out.contains(u"mingjing-cli "_qs + verb)) << verb.toStdString();
   EXPECT_TRUE(r.out.contains(u"用法：mingjing-cli 命令"_qs));
   EXPECT_TRUE(r.out.contains(u"Usage: mingjing-cli COMMAND"_qs));
