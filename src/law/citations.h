@@ -19,6 +19,9 @@ enum class CitationSep { Question, LawQuery };
 // article numbers; 第 and 条 are dropped, a-b ranges are expanded (with 99,999
 // numbers at most for all the ranges of one text together), tokens without a
 // number are dropped. Without a title the entries are bare: 12．13．.
+// The list ends with the entry that takes it past about four million
+// characters, so that a title of thousands of characters repeated for every
+// number of a long range cannot fill the memory.
 QString LongDaAn(const QString& text, CitationSep sep = CitationSep::Question);
 // The question editor's variant: 条《 and 条第 get their missing separator
 // first, and the text before 参见《 is dropped.

@@ -60,6 +60,17 @@ TEST(LongDaAn, EntriesCarryDecimalNumbers) {
   EXPECT_EQ(LongDaAn(u"参见《刑法》第 1 2 条"_qs), u"《刑法》12．"_qs);
 }
 
+TEST(LongDaAn, NumbersOtherThanPlainDigitsAreReadAndWrittenAgain) {
+  // Plain digits are copied as they stand; everything else goes through the
+  // number and back, as a range's inserted numbers do.
+  EXPECT_EQ(LongDaAn(u"《刑法》第1.5-4条"_qs), u"《刑法》1.5．《刑法》2.5．《刑法》4．"_qs);
+  EXPECT_EQ(LongDaAn(u"《刑法》第+7条、第0012条"_qs), u"《刑法》7．《刑法》12．"_qs);
+  EXPECT_EQ(LongDaAn(u"《刑法》第999999999999999条"_qs), u"《刑法》999999999999999．"_qs);
+  EXPECT_EQ(LongDaAn(u"《刑法》第1234567890123456条"_qs), u"《刑法》1.23456789012346e+15．"_qs);
+  EXPECT_EQ(LongDaAn(u"《刑法》第00条"_qs), QString());
+  EXPECT_EQ(LongDaAn(u"99998-100001"_qs, CitationSep::LawQuery), u"99998．99999．100000．100001．"_qs);
+}
+
 TEST(LongDaAn, ReversedAndEqualRanges) {
   EXPECT_EQ(LongDaAn(u"《刑法》第15-12条"_qs), u"《刑法》15．《刑法》12．"_qs);
   EXPECT_EQ(LongDaAn(u"《刑法》第12-12条"_qs), u"《刑法》12．《刑法》12．"_qs);
