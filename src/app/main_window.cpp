@@ -29,6 +29,8 @@
 #include "law/numerals.h"
 #include "log/log_grid_widget.h"
 #include "papers/find_replace_window.h"
+#include "papers/paper_folder.h"
+#include "papers/paper_practice_window.h"
 #include "papers/paper_window.h"
 #include "papers/question_editor_window.h"
 #include "platform/desktop_services_widget.h"
@@ -341,6 +343,14 @@ Form10* Form1::paperWindow() {
     form10_->setFindWindow(findWindow());
     // 返回 of the paper window brings the main window back.
     form10_->onReturn = [this] { show(); };
+    // The practice of a paper: the boxes in the style of the practice boxes,
+    // 法律查询 and the printed articles lead to the law query.
+    Form14* run = form10_->practiceWindow();
+    run->setSettings(settings_.get());
+    run->lawQueryHook = [this](const QString& text) { lawQueryWindow()->openAtAnswer(text); };
+    run->openLawHook = [this](const QString& shown, int position, bool ctrl) {
+      lawQueryWindow()->OpenLawFromShownAnswer(shown, position, ctrl);
+    };
   }
   return form10_;
 }
@@ -369,10 +379,13 @@ Form9* Form1::editorWindow() {
 void Form1::wirePapers() {
   // 修改/注释 of the answer window: the editor on the question of the run.
   practice->setEditorHook([this] { editorWindow()->editQuestion(practice->session().currentId()); });
-  // 外部题库: the paper window over the hidden main window; a paper is opened
-  // there.
+  // 外部题库: a paper chosen in the folder of papers, loaded into the paper
+  // window over the hidden main window. Cancelling leaves all as it was.
   onDataEntry(OutShiTi, [this] {
+    const std::optional<QString> chosen = ChoosePaperToOpen(env());
+    if (!chosen) return;
     Form10* f = paperWindow();
+    if (!f->loadPaper(*chosen)) return;
     hide();
     f->show();
     f->raise();

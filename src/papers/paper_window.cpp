@@ -13,6 +13,8 @@
 #include "papers/find_replace_window.h"
 #include "papers/pair_list_window.h"
 #include "papers/paper_check.h"
+#include "papers/paper_practice.h"
+#include "papers/paper_practice_window.h"
 #include "papers/text_box_widget.h"
 #include "platform/paths.h"
 #include "platform/text_toolkit.h"
@@ -50,8 +52,6 @@ Form10::Form10(const Env& env, PaperState& state, QWidget* parent)
     b->setAutoDefault(false);
     return b;
   };
-  OpenButton = button(QStringLiteral("OpenButton"), QStringLiteral("打开文件"));
-  side->addWidget(OpenButton);
   const QStringList captions = {QStringLiteral("检验格式"), QStringLiteral("试一下自动转换"), QStringLiteral("查找/替换"),
                                 QStringLiteral("保存一下"), QStringLiteral("开始做题"),      QStringLiteral("返回"),
                                 QStringLiteral("本窗说明")};
@@ -78,18 +78,12 @@ Form10::Form10(const Env& env, PaperState& state, QWidget* parent)
   Command1[4]->setEnabled(false);
 
   connect(RichTextBox1, &QPlainTextEdit::textChanged, this, [this] { Command1[4]->setEnabled(false); });
-  connect(OpenButton, &QPushButton::clicked, this, &Form10::openPaper);
   connect(Command1[0], &QPushButton::clicked, this, &Form10::runCheck);
   connect(Command1[2], &QPushButton::clicked, this, [this] {
     findWindow()->openFor(kFindFromPaper, RichTextBox1, this, SelectionForFind);
   });
   connect(Command1[3], &QPushButton::clicked, this, &Form10::savePaper);
-  connect(Command1[4], &QPushButton::clicked, this, [this] {
-    if (onStartPractice)
-      onStartPractice();
-    else
-      env_.msgBox(QStringLiteral("本程序的这一部分还不能做外部试题。"), box::Information);
-  });
+  connect(Command1[4], &QPushButton::clicked, this, &Form10::startPractice);
   connect(Command1[5], &QPushButton::clicked, this, &QWidget::close);
   connect(Command1[6], &QPushButton::clicked, this, &Form10::showWindowHelp);
   connect(Command2, &QPushButton::clicked, this, [this] { batchWindow()->openWindow(); });
@@ -114,6 +108,7 @@ bool Form10::loadPaper(const QString& path) {
   }
   fileName_ = path;
   encoding_ = f.encoding;
+  Saved = false;
   RichTextBox1->setPlainText(ShownText(f.text));
   Command1[4]->setEnabled(false);
   Label1->setText(startHint());
@@ -127,27 +122,10 @@ void Form10::showFileLabel() {
                                                PaperEncodingName(encoding_) + QStringLiteral("）"));
 }
 
-void Form10::openPaper() {
-  FileDialogRequest r;
-  r.title = QStringLiteral("打开外部题库文件");
-  r.initialDir = env_.path(kPaperFolder);
-  r.filter = kPaperFilter;
-  const std::optional<QString> chosen = env_.dialogs->openFile(r);
-  if (chosen) loadPaper(*chosen);
-}
-
 bool Form10::savePaper() {
-  QString path = fileName_;
-  if (path.isEmpty()) {
-    FileDialogRequest r;
-    r.title = QStringLiteral("保存外部题库文件");
-    r.initialDir = env_.path(kPaperFolder);
-    r.filter = kPaperFilter;
-    r.defaultExt = QStringLiteral("txt");
-    const std::optional<QString> chosen = env_.dialogs->saveFile(r);
-    if (!chosen) return false;
-    path = *chosen;
-  }
+  const std::optional<QString> chosen = ChoosePaperSaveName(env_, fileName_, Saved);
+  if (!chosen) return false;
+  const QString path = *chosen;
   if (!WritePaper(path, paperText(), encoding_)) {
     env_.msgBox(QStringLiteral("无法保存文件") + path + QStringLiteral("，原来的文件没有改变。"), box::Exclamation);
     return false;
@@ -155,6 +133,31 @@ bool Form10::savePaper() {
   fileName_ = path;
   showFileLabel();
   return true;
+}
+
+bool Form10::startPractice() {
+  const std::optional<PracticeStart> start = StartPaperPractice(env_, state_, fileName_);
+  if (!start) return false;
+  Form14* f = practiceWindow();
+  hide();
+  f->startRun(*start);
+  return true;
+}
+
+Form14* Form10::practiceWindow() {
+  if (!form14_) {
+    form14_ = new Form14(env_, state_, *this, this);
+    // Leaving the practice brings this window back, with the paper's new
+    // name when the score went into it.
+    form14_->onLeft = [this](const QString& paperFile) {
+      fileName_ = paperFile;
+      showFileLabel();
+      show();
+      raise();
+      activateWindow();
+    };
+  }
+  return form14_;
 }
 
 void Form10::showWindowHelp() { Label1->setText(helpText()); }

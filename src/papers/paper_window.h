@@ -2,8 +2,10 @@
 // The paper window Form10 "外部题库": the whole text of an outside paper in
 // one editable box, the check of its layout (the report comes in Form11),
 // the find/replace window, the batch replacement window, saving and the
-// start of its practice. Any change of the text disables "开始做题" until the
-// next check; a failed check enables it as well, as the report is advice only.
+// start of its practice (the practice window Form14). Any change of the text
+// disables "开始做题" until the next check; a failed check enables it as
+// well, as the report is advice only. A paper is opened from the main
+// window's menu 外部题库, which loads it here.
 
 #include <QList>
 #include <QString>
@@ -11,6 +13,7 @@
 #include <functional>
 
 #include "papers/paper_file.h"
+#include "papers/paper_folder.h"
 #include "papers/paper_state.h"
 #include "platform/env.h"
 
@@ -23,6 +26,7 @@ namespace mj {
 class Form11;
 class Form12;
 class Form13;
+class Form14;
 
 class Form10 : public QWidget {
   Q_OBJECT
@@ -44,12 +48,16 @@ class Form10 : public QWidget {
 
   // 检验格式: the check, its report in Form11.
   void runCheck();
-  // 打开文件: the file dialog over the folder of papers, then loadPaper.
-  void openPaper();
-  // 保存一下: the text written to the paper's file in its own encoding (a
-  // paper without a file asks for a name first). False when nothing was
-  // written.
+  // 保存一下: the text written in the paper's own encoding, where
+  // ChoosePaperSaveName says (papers/paper_folder.h): over the paper in the
+  // folder of papers after the question whether to overwrite (asked once),
+  // or under a name from the save dialog; the paper's file follows. False
+  // when nothing was written.
   bool savePaper();
+  // 开始做题: the start of the practice (the summary of the progress record
+  // and the questions of a resumption), then the practice window instead of
+  // this one. False when no run started.
+  bool startPractice();
   // 本窗说明.
   void showWindowHelp();
 
@@ -63,16 +71,17 @@ class Form10 : public QWidget {
   void setFindWindow(Form13* window) { form13_ = window; }
   Form13* findWindow();
 
+  // The practice window of this paper, created on first use.
+  Form14* practiceWindow();
+
   // 返回: the window goes and the main window comes back (set by the main
-  // window). 开始做题: the practice of the checked paper.
+  // window).
   std::function<void()> onReturn;
-  std::function<void()> onStartPractice;
 
   // Controls, by their names.
   QPlainTextEdit* RichTextBox1 = nullptr;
   QList<QPushButton*> Command1;     // 检验格式 … 本窗说明, index as in the program
   QPushButton* Command2 = nullptr;  // 常用替换设置: the batch replacement window
-  QPushButton* OpenButton = nullptr;  // 打开文件
   QLabel* Label1 = nullptr;         // hints and the window's help
   QLabel* FileLabel = nullptr;      // the paper's file and encoding
 
@@ -94,13 +103,11 @@ class Form10 : public QWidget {
   Form11* form11_ = nullptr;
   Form12* form12_ = nullptr;
   Form13* form13_ = nullptr;
+  Form14* form14_ = nullptr;
   bool ownsFindWindow_ = false;
+  // Set by the first save into the folder of papers: later saves of the
+  // same paper do not ask whether to overwrite it.
+  bool Saved = false;
 };
-
-// The folder of papers below the program folder.
-inline const QString kPaperFolder = QStringLiteral("\\外部题库");
-// The filter of the paper dialogs.
-inline const QString kPaperFilter =
-    QStringLiteral("文本文件(*.txt)|*.txt|网页文件1 (*.htm)|*.htm|网页文件2 (*.html)|*.html|所有文件(*.*)|*.*");
 
 }  // namespace mj

@@ -55,6 +55,18 @@ std::optional<QString> keyOf(const QString& line, QString* value = nullptr) {
 
 bool same(const QString& a, const QString& b) { return a.compare(b, Qt::CaseInsensitive) == 0; }
 
+// What a reader gets of the text behind "=": trimmed, out of matching
+// quotes, cut to the buffer of the profile function and at a NUL.
+QString cleanValue(const QString& raw) {
+  QString v = trimWs(raw);
+  if (v.size() >= 2 && ((v.startsWith(u'"') && v.endsWith(u'"')) || (v.startsWith(u'\'') && v.endsWith(u'\''))))
+    v = v.mid(1, v.size() - 2);
+  v = GbkHead(v, kMaxValueBytes);
+  const qsizetype nul = v.indexOf(QChar(0));
+  if (nul >= 0) v = v.left(nul);
+  return trimWs(v);
+}
+
 }  // namespace
 
 QString IniValueIn(const QString& fileText, const QString& section, const QString& key) {
@@ -70,15 +82,39 @@ QString IniValueIn(const QString& fileText, const QString& section, const QStrin
     QString raw;
     auto k = keyOf(line, &raw);
     if (!k || !same(*k, key)) continue;
-    QString v = trimWs(raw);
-    if (v.size() >= 2 && ((v.startsWith(u'"') && v.endsWith(u'"')) || (v.startsWith(u'\'') && v.endsWith(u'\''))))
-      v = v.mid(1, v.size() - 2);
-    v = GbkHead(v, kMaxValueBytes);
-    const qsizetype nul = v.indexOf(QChar(0));
-    if (nul >= 0) v = v.left(nul);
-    return trimWs(v);
+    return cleanValue(raw);
   }
   return QString();
+}
+
+IniDocument::IniDocument(const QString& fileText) {
+  const QStringList lines = splitLines(fileText);
+  // Only the first section of a name answers, as in IniValueIn; a later one
+  // of the same name is passed over whole.
+  QString current;
+  bool active = false;
+  for (const QString& line : lines) {
+    if (auto s = sectionOf(line)) {
+      current = s->toCaseFolded();
+      active = !sections_.contains(current);
+      if (active) sections_.insert(current, {});
+      continue;
+    }
+    if (!active) continue;
+    QString raw;
+    auto k = keyOf(line, &raw);
+    if (!k) continue;
+    QHash<QString, QString>& keys = sections_[current];
+    const QString key = k->toCaseFolded();
+    if (!keys.contains(key)) keys.insert(key, raw);
+  }
+}
+
+QString IniDocument::value(const QString& section, const QString& key) const {
+  const auto s = sections_.constFind(section.toCaseFolded());
+  if (s == sections_.constEnd()) return QString();
+  const auto v = s->constFind(key.toCaseFolded());
+  return v == s->constEnd() ? QString() : cleanValue(*v);
 }
 
 QString IniWithValue(const QString& fileText, const QString& section, const QString& key,

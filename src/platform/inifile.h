@@ -4,6 +4,7 @@
 // without regard to case, values trimmed and cut, every other line of the
 // file left as it stands. GBK on disk.
 
+#include <QHash>
 #include <QString>
 #include <optional>
 
@@ -27,5 +28,21 @@ bool IniDeleteKey(const QString& file, const QString& section, const QString& ke
 QString IniValueIn(const QString& fileText, const QString& section, const QString& key);
 QString IniWithValue(const QString& fileText, const QString& section, const QString& key,
                      const std::optional<QString>& value);
+
+// A whole INI text read once, for callers that look up many keys of one
+// file (a progress record holds one key per question). value() answers
+// exactly what IniValueIn answers on the same text, without walking the
+// text again for each key.
+class IniDocument {
+ public:
+  IniDocument() = default;
+  explicit IniDocument(const QString& fileText);
+  QString value(const QString& section, const QString& key) const;
+
+ private:
+  // Case-folded section name -> case-folded key -> the raw text behind "=",
+  // for the first section of each name and the first line of each key there.
+  QHash<QString, QHash<QString, QString>> sections_;
+};
 
 }  // namespace mj

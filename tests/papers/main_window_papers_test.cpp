@@ -35,6 +35,8 @@ struct Started {
 TEST(MainWindowPapers, TheMenuEntryOpensThePaperWindowAndReturnComesBack) {
   Started s;
   ASSERT_TRUE(s.form->OutShiTi->isEnabled());
+  s.t.writeGbk(u"\\外部题库\\卷.txt"_qs, u"一、单项选择题\r\n"_qs);
+  s.t.dialogs.answer(s.t.path(u"\\外部题库\\卷.txt"_qs));
   s.form->OutShiTi->trigger();
   Form10* paper = s.form->paperWindow();
   EXPECT_TRUE(paper->isVisible());

@@ -17,6 +17,7 @@
 #include "papers/find_replace_window.h"
 #include "papers/pair_list_window.h"
 #include "papers/paper_check.h"
+#include "papers/paper_practice_window.h"
 #include "papers_fixture.h"
 #include "platform/textfile.h"
 #include "support/printers.h"
@@ -209,26 +210,14 @@ TEST_F(Form10Test, PapersInUtf8AreReadAndSavedAsUtf8) {
     EXPECT_EQ(form->encoding(), e);
     EXPECT_EQ(form->paperText(), GoodPaper());
     typeInPaper(u"z"_qs);
+    // The paper in the folder of papers is overwritten after the question.
+    te.boxes.answer(box::Yes);
     form->Command1[3]->click();
     EXPECT_EQ(ReadBytes(path), EncodePaper(GoodPaper() + u"z"_qs, e));
+    ASSERT_EQ(te.boxes.shown().size(), 1);
+    EXPECT_EQ(te.boxes.shown()[0].text, u"文件"_qs + path + u"已经存在，要覆盖吗？"_qs);
+    te.boxes.clear();
   }
-  EXPECT_TRUE(te.boxes.shown().isEmpty());
-}
-
-TEST_F(Form10Test, OpeningThroughTheDialog) {
-  const QString path = writePaper(u"卷.txt"_qs, GoodPaper());
-  te.dialogs.answer(path);
-  form->OpenButton->click();
-  ASSERT_EQ(te.dialogs.fileRequests.size(), 1);
-  EXPECT_EQ(te.dialogs.fileRequests[0].title, u"打开外部题库文件"_qs);
-  EXPECT_EQ(te.dialogs.fileRequests[0].initialDir, te.path(u"\\外部题库"_qs));
-  EXPECT_EQ(te.dialogs.fileRequests[0].filter,
-            u"文本文件(*.txt)|*.txt|网页文件1 (*.htm)|*.htm|网页文件2 (*.html)|*.html|所有文件(*.*)|*.*"_qs);
-  EXPECT_EQ(form->fileName(), path);
-  EXPECT_EQ(form->paperText(), GoodPaper());
-  // Cancelling keeps the paper as it is.
-  form->OpenButton->click();
-  EXPECT_EQ(form->fileName(), path);
 }
 
 TEST_F(Form10Test, FilesThatCannotBeReadOrWrittenAreNamed) {
@@ -282,18 +271,24 @@ TEST_F(Form10Test, ASelectionMadeWithTheMouseIsKeptForTheFindWindow) {
 }
 
 TEST_F(Form10Test, ReturnAndStartPractice) {
-  int returned = 0, started = 0;
+  int returned = 0;
   form->onReturn = [&] { ++returned; };
+  ASSERT_TRUE(form->loadPaper(writePaper(u"卷.txt"_qs, GoodPaper())));
   form->show();
-  form->setPaperText(GoodPaper());
   form->Command1[0]->click();
+  // 开始做题: the practice window takes the paper window's place.
   form->Command1[4]->click();
-  // Without the practice of papers wired, the user is told so.
-  ASSERT_EQ(te.boxes.shown().size(), 1);
-  EXPECT_EQ(te.boxes.shown()[0].text, u"本程序的这一部分还不能做外部试题。"_qs);
-  form->onStartPractice = [&] { ++started; };
-  form->Command1[4]->click();
-  EXPECT_EQ(started, 1);
+  EXPECT_TRUE(te.boxes.shown().isEmpty());
+  Form14* practice = form->practiceWindow();
+  EXPECT_TRUE(practice->isVisible());
+  EXPECT_FALSE(form->isVisible());
+  EXPECT_EQ(practice->Label1->text(), u"共3题符合条件,本题为单选题，编号为1"_qs);
+  // 返回 of the practice brings the paper window back, the paper renamed
+  // with its score.
+  practice->Command1[19]->click();
+  EXPECT_FALSE(practice->isVisible());
+  EXPECT_TRUE(form->isVisible());
+  EXPECT_EQ(form->fileName(), te.path(u"\\外部题库\\00%卷.txt"_qs));
   form->Command1[5]->click();
   EXPECT_EQ(returned, 1);
   EXPECT_FALSE(form->isVisible());
