@@ -62,6 +62,15 @@ std::array<qint64, 2> FirstTwoNumbers(const QString& text) {
   return found;
 }
 
+// The answer in the standard form 答案：AC参见《law》第n条、第m条. The
+// answer box holds one line per tag; the standard form is made of them as
+// of one line.
+QString NormalAnswer(const QString& answerText) {
+  QString line = answerText;
+  line.remove(u'\r').remove(u'\n');
+  return NormalizeDaAnLine(line);
+}
+
 QString DateText(const QDate& d) {
   return QString::number(d.year()) + QStringLiteral("年") + QString::number(d.month()) + QStringLiteral("月") +
          QString::number(d.day()) + QStringLiteral("日");
@@ -200,7 +209,7 @@ QString WithLawNameGap(const QString& answerText) {
 }
 
 QString AboutLawText(const Env& env, const QString& answerText) {
-  const QString normal = NormalizeDaAnLine(answerText);
+  const QString normal = NormalAnswer(answerText);
   // Only whole articles are printed: 款 and 项 references would read as
   // article numbers of their own.
   QString text = normal + kCrLf + GetLawTxtForDaAn(env, StripKuanXiang(normal));
@@ -268,7 +277,7 @@ AnswerOutcome JudgeAnswer(const QString& caption, const QString& answerText, con
   const QString remark = (!oldValue.isEmpty() && !IsOkValue(oldValue))
                              ? QStringLiteral("上次错选为") + oldValue + QStringLiteral(",本次")
                              : QString();
-  const QString right = OutABCD(NormalizeDaAnLine(answerText));
+  const QString right = OutABCD(NormalAnswer(answerText));
   if (right != caption)
     return {false, caption, remark + QStringLiteral("错选为") + caption + QStringLiteral("。") + kCrLf};
   return {true, QStringLiteral("OKOK"), remark + QStringLiteral("恭喜你，你做对了。") + kCrLf};

@@ -60,3 +60,29 @@ TEST(IniFile, WriteCreatesTheFileAndCutsTheValue) {
   ASSERT_TRUE(IniWrite(t.path(u"\\ini\\g.ini"_qs), u"信息"_qs, u"考试时间"_qs, u"100"_qs));
   EXPECT_EQ(ReadBytes(t.path(u"\\ini\\g.ini"_qs)), ToGbk(u"[信息]\r\n考试时间=100\r\n"_qs));
 }
+
+// IniDocument answers exactly as IniValueIn does, on any text made of the
+// pieces INI files hold.
+TEST(IniFile, TheDocumentReadsAsTheSingleLookup) {
+  const QStringList pieces = {u"["_qs, u"]"_qs,  u"="_qs,    u"\r\n"_qs,  u"\n"_qs, u" "_qs,   u"\t"_qs,  u";"_qs,
+                              u"\""_qs, u"'"_qs, u"a"_qs,    u"A"_qs,     u"1"_qs,  u"2"_qs,   u"答"_qs,  u"做到题类"_qs,
+                              u"x"_qs,  u"OKOK"_qs, u"[1]"_qs, u"[做到题类]"_qs, u"答=3"_qs, u"1=AC"_qs, QString(QChar(0))};
+  const QStringList names = {u"1"_qs, u"2"_qs, u"a"_qs, u"A"_qs, u"答"_qs, u"做到题类"_qs, u"x"_qs, u""_qs};
+  quint32 seed = 7;
+  auto next = [&seed](quint32 n) {
+    seed = seed * 1103515245u + 12345u;
+    return (seed >> 8) % n;
+  };
+  for (int round = 0; round < 400; ++round) {
+    QString text;
+    const quint32 len = next(60);
+    for (quint32 i = 0; i < len; ++i) text += pieces[static_cast<int>(next(static_cast<quint32>(pieces.size())))];
+    const IniDocument doc(text);
+    for (const QString& s : names)
+      for (const QString& k : names) EXPECT_EQ(doc.value(s, k), IniValueIn(text, s, k)) << text.toStdString();
+  }
+  const IniDocument doc(u"[A]\r\nk=1\r\n[b]\r\nK=2\r\nk=3\r\n[a]\r\nk=4\r\n"_qs);
+  EXPECT_EQ(doc.value(u"a"_qs, u"K"_qs), u"1"_qs);
+  EXPECT_EQ(doc.value(u"B"_qs, u"k"_qs), u"2"_qs);
+  EXPECT_EQ(IniDocument().value(u"a"_qs, u"k"_qs), u""_qs);
+}
