@@ -15,7 +15,7 @@
 #include "papers/paper_file.h"
 #include "papers/paper_practice.h"
 #include "papers/progress_record.h"
-#include "papers_fixture.h"
+#include "paper_practice_fixture.h"
 #include "platform/textfile.h"
 #include "support/printers.h"
 #include "support/test_env.h"
@@ -26,36 +26,8 @@ namespace {
 using test::InlineQuestion;
 using test::Lines;
 
-// Three sections: single choice 1-3, multiple choice 4-5 (numbering goes
-// on), free choice 1 (numbering starts again).
-QString ThreeSections() {
-  QStringList l = {u"外部试卷（示例）"_qs, u"一、单项选择题"_qs};
-  l += InlineQuestion(1, u"A"_qs, u"《示例刑法》第1条"_qs);
-  l += InlineQuestion(2, u"B"_qs, u"《示例刑法》第2条"_qs);
-  l += InlineQuestion(3, u"C"_qs, u"《示例刑法》第3条"_qs);
-  l += u"二、多项选择题"_qs;
-  l += InlineQuestion(4, u"A、C"_qs, u"《示例刑法》第1条、第2条"_qs);
-  l += InlineQuestion(5, u"BD"_qs, u"《示例刑法》第4条"_qs);
-  l += u"三、任意选择题"_qs;
-  l += InlineQuestion(1, u"ABCD"_qs, u"《示例刑法》第3条"_qs);
-  return Lines(l);
-}
-
-// The same with the answers together behind [本卷参考答案].
-QString SeparateAnswers() {
-  QStringList l = {u"一、单项选择题"_qs};
-  l += test::BareQuestion(1);
-  l += test::BareQuestion(2);
-  l += u"二、多项选择题"_qs;
-  l += test::BareQuestion(3);
-  l += u"[本卷参考答案]"_qs;
-  l += u"一、单项选择题"_qs;
-  l += test::AnswerItem(1, u"B"_qs, u"《示例刑法》第2条"_qs);
-  l += test::AnswerItem(2, u"C"_qs, {});
-  l += u"二、多项选择题"_qs;
-  l += test::AnswerItem(3, u"AD"_qs, u"《示例刑法》第1条"_qs);
-  return Lines(l);
-}
+using test::SeparateAnswers;
+using test::ThreeSections;
 
 class PaperPractice : public ::testing::Test {
  protected:
