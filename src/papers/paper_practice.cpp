@@ -11,6 +11,7 @@
 #include "papers/progress_record.h"
 #include "platform/paths.h"
 #include "platform/text_toolkit.h"
+#include "platform/textfile.h"
 #include "platform/vbtext.h"
 
 namespace mj {
@@ -324,6 +325,9 @@ std::optional<PracticeStart> StartPaperPractice(const Env& env, PaperState& stat
   PracticeStart start;
   start.total = total;
   start.recFile = paperFile.isEmpty() ? QString() : RecordFileOf(paperFile);
+  // A write of the record cut off by a crash may have left its temporary
+  // file beside the paper; the record itself is whole either way.
+  if (!start.recFile.isEmpty()) RemoveLeftoverSaves(start.recFile);
   const QString all = MakeAllTiList(total);
 
   if (!InPaperFolder(paperFile)) {

@@ -184,6 +184,9 @@ TEST(PaperCrash, KilledAtAnyPointTheRecordIsWholeAndHoldsEveryAnswer) {
     EXPECT_TRUE(te.boxes.shown()[0].text.contains(u"最后一次做的是第"_qs + QString::number(last) + u"题"_qs))
         << te.boxes.shown()[0].text.toStdString();
     EXPECT_EQ(TiListNumber(start->list, 1), last + 1);
+    // What a cut-off write left beside the record is gone.
+    const QStringList left = QDir(te.path(u"\\外部题库"_qs)).entryList({u"*.rec.*"_qs}, QDir::Files | QDir::Hidden);
+    EXPECT_EQ(left, QStringList());
   }
   // Not a condition of the record: how often the kill fell between the
   // write and the report, for the log.
