@@ -329,11 +329,30 @@ void Form14::keyPressEvent(QKeyEvent* event) {
   AnswerKeyAction a;
   const int key = event->key();
   const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+  if (plain && (key == Qt::Key_PageUp || key == Qt::Key_PageDown)) {
+    // As in the practice of the banks: the page keys are 上一题 and 下一题.
+    QPushButton* b = Command1[key == Qt::Key_PageUp ? 15 : 16];
+    if (b->isEnabled())
+      b->click();
+    else
+      QApplication::beep();
+    event->accept();
+    return;
+  }
   if (plain && t != 0 && key >= Qt::Key_A && key <= Qt::Key_D)
     a = keys_.letter(QChar(u'A' + (key - Qt::Key_A)), t);
   else if (plain && (key == Qt::Key_Return || key == Qt::Key_Enter))
     a = keys_.enter();
-  else if (plain && (key == Qt::Key_Escape || key == Qt::Key_Backspace))
+  else if (plain && key == Qt::Key_Escape) {
+    // Esc clears the letters typed; with none it is 返回, as the close
+    // button and Esc of the other windows.
+    a = keys_.cancel();
+    if (a.kind == AnswerKeyAction::Ignored) {
+      Command1[19]->click();
+      event->accept();
+      return;
+    }
+  } else if (plain && key == Qt::Key_Backspace)
     a = keys_.cancel();
   switch (a.kind) {
     case AnswerKeyAction::Ignored:

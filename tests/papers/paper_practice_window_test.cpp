@@ -427,6 +427,35 @@ TEST_F(Form14Test, AnsweringByKeys) {
   EXPECT_FALSE(practice->RichTextBox3->isVisible());
 }
 
+TEST_F(Form14Test, PageKeysMoveAndEscWithNothingTypedLeaves) {
+  ASSERT_TRUE(start());
+  practice->Command1[16]->setFocus();
+  QTest::keyClick(practice->Command1[16], Qt::Key_PageDown);
+  EXPECT_EQ(practice->OutTiNo, 2);
+  QTest::keyClick(practice->Command1[16], Qt::Key_PageUp);
+  EXPECT_EQ(practice->OutTiNo, 1);
+  // On the first question 上一题 is off: PageUp stays there.
+  QTest::keyClick(practice->Command1[16], Qt::Key_PageUp);
+  EXPECT_EQ(practice->OutTiNo, 1);
+  press(0);
+  QTest::keyClick(practice->Command1[16], Qt::Key_PageDown);
+  QTest::keyClick(practice->Command1[16], Qt::Key_PageDown);
+  QTest::keyClick(practice->Command1[16], Qt::Key_PageDown);
+  EXPECT_EQ(practice->OutTiNo, 4);
+  // The first Esc clears the letters typed, the second leaves as 返回 does.
+  QTest::keyClick(practice->Command1[16], Qt::Key_C);
+  EXPECT_EQ(practice->typedLetters(), u"C"_qs);
+  QTest::keyClick(practice->Command1[16], Qt::Key_Escape);
+  EXPECT_EQ(practice->typedLetters(), u""_qs);
+  EXPECT_TRUE(practice->isVisible());
+  QTest::keyClick(practice->Command1[16], Qt::Key_Escape);
+  EXPECT_FALSE(practice->isVisible());
+  EXPECT_TRUE(paper->isVisible());
+  // 1 right of 6: 16%.
+  EXPECT_EQ(paper->fileName(), paperPath(u"16%卷.txt"_qs));
+  EXPECT_EQ(readRecord(u"16%卷.rec"_qs), u"[1]\r\n1=OKOK\r\n[做到题类]\r\n答=1\r\n[做到编号]\r\n答=1\r\n"_qs);
+}
+
 TEST_F(Form14Test, ARecordThatCannotBeWrittenIsSaidOnce) {
   ASSERT_TRUE(start());
   practice->startRun(PracticeStart{MakeAllTiList(6), te.path(u"\\没有的文件夹\\卷.rec"_qs), 6});
