@@ -164,6 +164,7 @@ CliResult RunCli(const QStringList& argv, const CliSetup& setup) {
   SystemClock systemClock;
   CommandContext ctx;
   ctx.env = Env{QString(), setup.clock ? setup.clock : &systemClock, &boxes, &shell, &dialogs, nullptr};
+  ctx.boxes = &boxes;
   bool helpAsked = false;
   QString problem;
   if (!ParseArguments(*command, args.mid(2), ctx, &helpAsked, &problem)) return Failure(problem);

@@ -1,6 +1,5 @@
 #include "cli/law_commands.h"
 
-#include "cli/cli_services.h"
 #include "law/citations.h"
 #include "law/law_extract.h"
 #include "law/law_files.h"
@@ -117,10 +116,10 @@ int SearchCommand::run(CommandContext& ctx) {
     // box, the query.
     LawQuery query(ctx.env);
     query.loadTree(order);
-    const auto* boxes = dynamic_cast<const KeptBoxes*>(ctx.env.boxes);
-    const qsizetype before = boxes ? boxes->shown().size() : 0;
+    // A law file that is missing is said in a box by the click.
+    const qsizetype before = ctx.boxes->shown().size();
     query.clickNode(node);
-    if (boxes && boxes->shown().size() > before) return ctx.fail(boxes->shown().last().text);
+    if (ctx.boxes->shown().size() > before) return ctx.fail(ctx.boxes->shown().last().text);
     query.Text1.clear();
     query.Text2 = text;
     query.query();

@@ -216,6 +216,13 @@ TEST_F(CliDemo, EveryBadInputGivesStatusOneAndItsMessageAndChangesNothing) {
   expectUnchanged();
 }
 
+TEST_F(CliDemo, SearchInALawWhoseFileIsMissingSaysSo) {
+  ASSERT_TRUE(QFile::remove(te->path(u"\\lawtxt\\示例刑法.mmd"_qs)));
+  // The law query's own box on the click, as the message.
+  expectFailure({u"search"_qs, u"犯罪"_qs, u"--group"_qs, u"示例刑法"_qs},
+                u"法律/法规文件"_qs + te->root() + u"/lawtxt/示例刑法.mmd不存在。"_qs);
+}
+
 TEST(CliFolder, AMissingFolderOrOneWithoutDataIsSaid) {
   test::TestEnv te;
   const QString missing = te.path(u"\\nothing"_qs);
