@@ -20,6 +20,7 @@
 
 #include "app/format_documents.h"
 #include "app/log_entries_window.h"
+#include "app/search_entries_window.h"
 #include "app/splash_window.h"
 #include "app/startup.h"
 #include "bank/item_index.h"
@@ -70,6 +71,7 @@ Form1::Form1(const Env& env, QWidget* parent) : QMainWindow(parent) {
   wireLawQuery();
   logEntries_ = new LogEntries(*this);
   wirePapers();
+  searchEntries_ = new SearchEntries(*this);
   // The question box follows the text style of the settings.
   connect(settings_.get(), &Settings::styleChanged, this, [this] { ApplyTextStyle(Text3, settings_->style()); });
   // Key preview: F1 anywhere in the program reaches the help handler.
@@ -116,6 +118,7 @@ void Form1::buildMenu() {
   ShiTi = entry(QStringLiteral("ShiTi"), QStringLiteral("内部题库"));
   CeShi = entry(QStringLiteral("CeShi"), QStringLiteral("摸拟试卷"));
   ChaJuan = entry(QStringLiteral("ChaJuan"), QStringLiteral("查卷"));
+  SouTi = entry(QStringLiteral("SouTi"), QStringLiteral("题目搜索"));
   OutShiTi = entry(QStringLiteral("OutShiTi"), QStringLiteral("外部题库"));
   zsd = entry(QStringLiteral("zsd"), QStringLiteral("知识点管理"));
   AddNewLaw = entry(QStringLiteral("AddNewLaw"), QStringLiteral("添加新法律"));

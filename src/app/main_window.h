@@ -27,6 +27,7 @@ namespace mj {
 
 class DirectoryGrid;
 class LogEntries;
+class SearchEntries;
 class LogGridWidget;
 enum class DirectoryMode;
 class Form4;
@@ -100,6 +101,9 @@ class Form1 : public QMainWindow {
   // The forecast window of its "分析预测", created on first use.
   Form5* forecastWindow();
 
+  // The entries 题目搜索 and 错题本 with their windows.
+  SearchEntries* searchEntries() const { return searchEntries_; }
+
   // Observes the start-up: called with each step number as it begins.
   std::function<void(int step)> onStartupStep;
 
@@ -115,6 +119,7 @@ class Form1 : public QMainWindow {
   QAction* ShiTi = nullptr;
   QAction* CeShi = nullptr;
   QAction* ChaJuan = nullptr;
+  QAction* SouTi = nullptr;  // 题目搜索
   QAction* OutShiTi = nullptr;
   QAction* zsd = nullptr;
   QAction* AddNewLaw = nullptr;
@@ -207,6 +212,7 @@ class Form1 : public QMainWindow {
   QList<Notice> notices_;
   NewsDownload* news_ = nullptr;
   LogEntries* logEntries_ = nullptr;
+  SearchEntries* searchEntries_ = nullptr;
   bool closing_ = false;
 };
 

@@ -1,6 +1,7 @@
 #include "bank/eligibility.h"
 
 #include <QHash>
+#include <QSet>
 
 #include "platform/dbftable.h"
 #include "platform/events.h"
@@ -320,6 +321,21 @@ RunList GetLongID(const QString& folder, const QString& itemTable, const QString
     breather.tick();
   }
   return out;
+}
+
+RunRecordSet RecordsOfList(const QString& folder, const QString& itemTable, const QString& ids) {
+  QSet<QString> wanted;
+  for (qsizetype i = 0; i + 11 <= ids.size(); i += 11) wanted.insert(ids.mid(i, 11));
+  const QString path = AppPath(folder, itemTable);
+  QList<int> rows;
+  if (!wanted.isEmpty()) {
+    DbfScan scan(path);
+    const int fieldId = scan.fieldIndex(QStringLiteral("itemid"));
+    if (fieldId >= 0)
+      while (scan.next())
+        if (wanted.contains(scan.trimmedText(fieldId))) rows.append(scan.record());
+  }
+  return RunRecordSet(path, rows);
 }
 
 }  // namespace mj

@@ -142,4 +142,8 @@ struct RunList {
 // IsOkItem; their itemid values written one behind the other.
 RunList GetLongID(const QString& folder, const QString& itemTable, const QString& bankName, const Schedule& schedule);
 
+// The rows of `itemTable` whose itemid is one of the IDs of an ID list, in
+// table order: where the answers of a run over a given list are written.
+RunRecordSet RecordsOfList(const QString& folder, const QString& itemTable, const QString& ids);
+
 }  // namespace mj

@@ -5,6 +5,7 @@
 #include "bank/bank_text.h"
 #include "bank/tables.h"
 #include "platform/text_toolkit.h"
+#include "platform/events.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
 
@@ -180,36 +181,45 @@ void QuestionSearch::refresh(const Env& env, const ItemIndex& internal) {
   for (const ItemIndex* index : {&internal, static_cast<const ItemIndex*>(&papers_)})
     for (const ItemRow& row : *index)
       if (row.valid2 && !row.itemid.isEmpty()) ids.append(row.itemid);
-  // Every bank file of the list: read when new or changed.
+  // The bank file of every question; then each of them read when it is
+  // new or changed.
   bool changed = ids != ids_;
-  std::vector<bool> checked(files_.size(), false);
   std::vector<qsizetype> fileOfQuestion;
   fileOfQuestion.reserve(ids.size());
+  std::vector<qsizetype> used;
+  std::vector<bool> isUsed(files_.size(), false);
   for (const QString& id : ids) {
     const QString relative = BankFileOf(id);
     auto it = fileOf_.constFind(relative);
     qsizetype index;
     if (it == fileOf_.constEnd()) {
+      // A new file has the stamp of a missing one until it is read below:
+      // a missing file is never read and stays unreadable.
       index = static_cast<qsizetype>(files_.size());
       files_.push_back(BankFile{env.path(relative), FileStamp(), false, {}});
-      checked.push_back(false);
+      isUsed.push_back(false);
       fileOf_.insert(relative, index);
-      // A new file keeps the stamp of a missing one until it is read
-      // below: a missing file is never read and stays unreadable.
     } else {
       index = *it;
     }
-    if (!checked[index]) {
-      checked[index] = true;
-      BankFile& f = files_[index];
-      const FileStamp stamp = StampOf(f.path);
-      if (stamp != f.stamp) {
-        f.stamp = stamp;
-        readFile(f);
-        changed = true;
-      }
+    if (!isUsed[index]) {
+      isUsed[index] = true;
+      used.push_back(index);
     }
     fileOfQuestion.push_back(index);
+  }
+  Breather breather;
+  qsizetype done = 0;
+  for (qsizetype index : used) {
+    BankFile& f = files_[index];
+    const FileStamp stamp = StampOf(f.path);
+    if (stamp != f.stamp) {
+      f.stamp = stamp;
+      readFile(f);
+      changed = true;
+    }
+    if (progress) progress(++done, static_cast<qsizetype>(used.size()));
+    breather.tick();
   }
   if (!changed) return;
   ids_ = ids;

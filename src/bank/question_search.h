@@ -20,6 +20,7 @@
 #include <QString>
 #include <QStringList>
 #include <QStringMatcher>
+#include <functional>
 #include <vector>
 
 #include "bank/bank_titles.h"
@@ -72,8 +73,12 @@ class QuestionSearch {
  public:
   // Brings the texts up to date: the live questions of `internal` (in
   // index order) and then those of the paper table, their bank files
-  // read again where they changed.
+  // read again where they changed. Window events are let through about
+  // once a second while files are read.
   void refresh(const Env& env, const ItemIndex& internal);
+  // Told by refresh after each bank file it looked at (and read when it
+  // changed): the files so far, and the bank files of the questions.
+  std::function<void(qsizetype done, qsizetype total)> progress;
   // The questions in which every word occurs, in the order above. No words:
   // no hits.
   QList<SearchHit> find(const QStringList& words) const;

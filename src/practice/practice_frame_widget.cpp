@@ -201,6 +201,17 @@ bool PracticeFrame::startListRun(const QString& ids, bool fromLawQuery) {
   return session_.startListRun(ids, fromLawQuery);
 }
 
+bool PracticeFrame::startOwnListRun(const QString& ids, const QString& title) {
+  form3_->hide();
+  QWidget* main = window();
+  if (main != this) {
+    main->show();
+    main->raise();
+    main->activateWindow();
+  }
+  return session_.startOwnListRun(ids, title);
+}
+
 // --- the answer buttons ---
 
 void PracticeFrame::IniObjInFrame1_3() {
@@ -315,6 +326,14 @@ void PracticeFrame::setDirectoryFontSize(int size) {
 
 void PracticeFrame::showListGrid(bool hideFrameParts) {
   if (main_.showListGrid) main_.showListGrid(hideFrameParts);
+}
+
+void PracticeFrame::showListOwner() {
+  if (listOwnerHook) {
+    listOwnerHook();
+    return;
+  }
+  showDirectoryGrid(true);
 }
 
 void PracticeFrame::refreshMain() {

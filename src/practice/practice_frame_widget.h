@@ -59,10 +59,16 @@ class PracticeFrame : public QWidget, public PracticeView {
   // the main window comes up with the practice frame and the first question.
   // False for an empty list (the box "请注意" was shown).
   bool startListRun(const QString& ids, bool fromLawQuery);
+  // A run over a list a window of its own hands over (the question search,
+  // the wrong book): answers recorded as in a bank run; its end calls
+  // listOwnerHook. False for an empty list (the box "请注意" was shown).
+  bool startOwnListRun(const QString& ids, const QString& title);
 
   // --- hooks for the windows of later parts ---
   // Back to the law query when a run that came from there ends.
   std::function<void()> lawQueryHook;
+  // Back to the window that handed over the list of an own-list run.
+  std::function<void()> listOwnerHook;
   // 法律查询 of the answer window: the law query opened at the current
   // question (CurIndex), so that it can come back to it. Set it with
   // setLawQueryHook: the button is enabled then.
@@ -107,6 +113,7 @@ class PracticeFrame : public QWidget, public PracticeView {
   void showListGrid(bool hideFrameParts) override;
   void refreshMain() override;
   void showLawQuery() override;
+  void showListOwner() override;
   void clearAnswerBoxes() override;
   void setAnswerBoxes(const QString& upper, const QString& lower) override;
   void setExchangeNumber(const QString& text) override;

@@ -46,6 +46,17 @@ struct PracticeRun {
   // The run came from the law query: no counters, no records, and "返回"
   // goes back there.
   bool FromLawQuery = false;
+  // The run is over a list that a window of its own handed over (the
+  // question search, the wrong book): every answer is recorded as in a bank
+  // run, in the row of its question's item table (PaperRecords for the
+  // questions of simulated papers), no directory row is counted, and "返回"
+  // leads back to that window. The main window's mode as it was before,
+  // given back at the end: whether the answer window was skipped and
+  // whether the working index was empty (a simulated mode).
+  bool OwnList = false;
+  RunRecordSet PaperRecords;
+  bool AutoNextBefore = false;
+  bool WorkIndexEmptyBefore = false;
   // The frame's controls are set up once per program run.
   bool FrameReady = false;
   // From the start of a run to its 返回.

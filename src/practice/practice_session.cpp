@@ -2,6 +2,7 @@
 
 #include "bank/item_index.h"
 #include "bank/table_check.h"
+#include "bank/tables.h"
 #include "law/citations.h"
 #include "platform/messagebox.h"
 #include "platform/paths.h"
@@ -74,6 +75,7 @@ bool PracticeSession::startFromDirectory(int gridRow) {
   r.RunIds = list.ids;
   r.Records = std::move(list.records);
   r.FromLawQuery = false;
+  r.OwnList = false;
   r.GridRow = static_cast<qint16>(gridRow);
   beginRun();
   return true;
@@ -88,10 +90,41 @@ bool PracticeSession::startListRun(const QString& ids, bool fromLawQuery) {
     return false;
   }
   r.FromLawQuery = fromLawQuery;
+  r.OwnList = false;
   // A list is no bank: its answers are written nowhere but in the records
   // of the questions (and not even there from the law query).
   r.Records = RunRecordSet();
   r.OutInRun = 0;
+  beginRun();
+  return true;
+}
+
+bool PracticeSession::startOwnListRun(const QString& ids, const QString& title) {
+  PracticeRun& r = run();
+  r.RunIds = ids.left(ids.size() / 11 * 11);
+  if (r.RunIds.isEmpty()) {
+    env().msgBox(kNoDueQuestions + kCrLf, 0, kNoDueQuestionsTitle);
+    return false;
+  }
+  r.RunTitle = QStringLiteral("◎") + title;
+  r.FromLawQuery = false;
+  r.OwnList = true;
+  // The answers go where a bank run puts them: into the rows of each
+  // question's item table.
+  const QString dbf = env().path(QStringLiteral("\\dbf"));
+  r.Records = RecordsOfList(dbf, tables::kItems, r.RunIds);
+  r.PaperRecords = RecordsOfList(dbf, tables::kCsItems, r.RunIds);
+  // Every answer is shown with its outcome, whatever mode the main window
+  // is in; the index is the whole one, so that the last attempt is worded
+  // and the new record reaches the index (a simulated mode has none).
+  r.AutoNextBefore = app_.AutoNext;
+  r.WorkIndexEmptyBefore = app_.ItemData.size() != app_.AllItemData.size();
+  app_.AutoNext = false;
+  if (r.WorkIndexEmptyBefore) SetWorkItemData(app_.ItemData, app_.AllItemData);
+  app_.InUpdateList = false;
+  app_.InOtherList = false;
+  r.OutInRun = 0;
+  r.RunSeconds = 0;
   beginRun();
   return true;
 }
@@ -254,6 +287,22 @@ void PracticeSession::endRun() {
     view_.showLawQuery();
     return;
   }
+  // A list of a window of its own: the main window's mode comes back, and
+  // so does that window.
+  if (r.OwnList) {
+    r.OwnList = false;
+    r.TimerRunning = false;
+    app_.AutoNext = r.AutoNextBefore;
+    if (r.WorkIndexEmptyBefore) SetWorkItemData(app_.ItemData, ItemIndex());
+    r.DoneInRun = 0;
+    r.RightInRun = 0;
+    r.RunStatText.clear();
+    r.Records = RunRecordSet();
+    r.PaperRecords = RunRecordSet();
+    view_.hideFrames();
+    view_.showListOwner();
+    return;
+  }
   // 3. The day lists.
   if (app_.InUpdateList) {
     view_.showListGrid(false);
@@ -380,7 +429,10 @@ void PracticeSession::Command2_Click(int index) {
   // was answered is lost when the program ends right after.
   if (!r.FromLawQuery && !app_.InUpdateList && !app_.InOtherList) {
     QString problem;
-    AltStory(env(), r.Records, app_.ItemData, app_.AllItemData, isWrong, caption, id, row, &problem);
+    // A list of a window of its own may mix the banks and the papers: each
+    // question's record goes into its own item table.
+    const RunRecordSet& records = r.OwnList && Left(id, 1) == u"0" ? r.PaperRecords : r.Records;
+    AltStory(env(), records, app_.ItemData, app_.AllItemData, isWrong, caption, id, row, &problem);
     // A record that could not be saved is said once per run; the practice
     // goes on, with the records kept in memory until the program ends.
     if (!problem.isEmpty() && !r.RecordProblemTold) {

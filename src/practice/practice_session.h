@@ -62,6 +62,9 @@ class PracticeView {
   virtual void refreshMain() = 0;
   // Back to the law query after a run that came from there.
   virtual void showLawQuery() = 0;
+  // Back to the window that handed over the list of an own-list run (the
+  // question search, the wrong book).
+  virtual void showListOwner() {}
 
   // --- the answer window Form3 ---
   virtual void clearAnswerBoxes() = 0;
@@ -110,6 +113,15 @@ class PracticeSession {
   // no records, "返回" goes back there) and the day lists start it. False for
   // an empty list (the box "请注意" was shown).
   bool startListRun(const QString& ids, bool fromLawQuery);
+  // A run over a list that a window of its own hands over (the question
+  // search, the wrong book), titled "◎" + title. Its answers are recorded
+  // as a bank run records them: the practice records in the item tables
+  // (items.mmd for the internal banks, csitems.mmd for the papers) and in
+  // the question index, which is the whole index for the time of the run.
+  // The answer window shows after every answer; "返回" ends the run and
+  // leads back to that window (showListOwner). False for an empty list (the
+  // box "请注意" was shown).
+  bool startOwnListRun(const QString& ids, const QString& title);
 
   // A run from the law query may start while another run is open (from
   // the answer window's 法律查询). The open run, kept to come back to after
