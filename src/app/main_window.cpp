@@ -648,14 +648,30 @@ void Form1::resizeEvent(QResizeEvent* e) {
   fitMenuBar();
 }
 
+void Form1::changeEvent(QEvent* e) {
+  QMainWindow::changeEvent(e);
+  if (e->type() != QEvent::FontChange) return;
+  // A menu bar with a style sheet no longer follows the window's font: it is
+  // given the font, and its width at the normal spacing is measured anew.
+  QMenuBar* bar = menuBar();
+  bar->setStyleSheet(QString());
+  bar->setFont(font());
+  fitMenuBar();
+}
+
 void Form1::fitMenuBar() {
   QMenuBar* bar = menuBar();
-  const bool compact = !bar->styleSheet().isEmpty();
-  if (!compact) naturalMenuWidth_ = bar->sizeHint().width();
-  const bool needed = naturalMenuWidth_ > width();
-  if (needed != compact)
-    bar->setStyleSheet(needed ? QStringLiteral("QMenuBar { spacing: 0px; } QMenuBar::item { padding: 3px 4px; }")
-                              : QString());
+  if (bar->styleSheet().isEmpty()) naturalMenuWidth_ = bar->sizeHint().width();
+  // Too wide at the normal spacing: the entries close up, and closer still
+  // when that is not yet enough.
+  QString sheet;
+  if (naturalMenuWidth_ > width()) {
+    sheet = QStringLiteral("QMenuBar { spacing: 0px; } QMenuBar::item { padding: 3px 4px; }");
+    if (bar->styleSheet() != sheet) bar->setStyleSheet(sheet);
+    if (bar->sizeHint().width() > width())
+      sheet = QStringLiteral("QMenuBar { spacing: 0px; } QMenuBar::item { padding: 3px 2px; }");
+  }
+  if (bar->styleSheet() != sheet) bar->setStyleSheet(sheet);
 }
 
 void Form1::closeEvent(QCloseEvent* e) {
