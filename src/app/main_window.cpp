@@ -131,6 +131,7 @@ void Form1::buildMenu() {
   NewerProgram = item(AutoUpdate, QStringLiteral("NewerProgram"), QStringLiteral("选新题库文件并更新进系统题库"));
   Help4New = item(AutoUpdate, QStringLiteral("Help4New"), QStringLiteral("本功能说明"));
   RiZhi = entry(QStringLiteral("RiZhi"), QStringLiteral("做题日志"));
+  CuoTiBen = entry(QStringLiteral("CuoTiBen"), QStringLiteral("错题本"));
   FGCX = entry(QStringLiteral("FGCX"), QStringLiteral("法律法规查询"));
   TxtFormat = submenu(QStringLiteral("TxtFormat"), QStringLiteral("文书格式"));
   OpenFormatFile = item(TxtFormat, QStringLiteral("OpenFormatFile"), QStringLiteral("打开格式文书文件"));

@@ -132,6 +132,7 @@ class Form1 : public QMainWindow {
   QAction* NewerProgram = nullptr;
   QAction* Help4New = nullptr;
   QAction* RiZhi = nullptr;
+  QAction* CuoTiBen = nullptr;  // 错题本
   QAction* FGCX = nullptr;
   QMenu* TxtFormat = nullptr;
   QAction* OpenFormatFile = nullptr;

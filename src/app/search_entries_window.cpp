@@ -5,6 +5,7 @@
 #include "app/main_window.h"
 #include "bank/question_search_window.h"
 #include "log/log_grid_widget.h"
+#include "log/wrong_book_window.h"
 #include "practice/directory_widget.h"
 #include "practice/practice_frame_widget.h"
 
@@ -12,6 +13,7 @@ namespace mj {
 
 SearchEntries::SearchEntries(Form1& main) : QObject(&main), main_(main) {
   main.onDataEntry(main.SouTi, [this] { searchWindow()->openWindow(); });
+  connect(main.CuoTiBen, &QAction::triggered, this, [this] { wrongBookWindow()->openWindow(); });
   main.practice->listOwnerHook = [this] { runEnded(); };
 }
 
@@ -21,6 +23,14 @@ Form19* SearchEntries::searchWindow() {
     form19_->onPractise = [this](const QString& ids, const QString& title) { practise(form19_, ids, title); };
   }
   return form19_;
+}
+
+Form20* SearchEntries::wrongBookWindow() {
+  if (!form20_) {
+    form20_ = new Form20(main_.env(), &main_.state().AllItemData, &main_);
+    form20_->onPractise = [this](const QString& ids, const QString& title) { practise(form20_, ids, title); };
+  }
+  return form20_;
 }
 
 void SearchEntries::practise(QWidget* owner, const QString& ids, const QString& title) {
@@ -56,6 +66,8 @@ void SearchEntries::runEnded() {
     main_.MSFlexGrid2->setVisible(b.listShown);
   }
   if (b.owner == form19_ && form19_) form19_->showAgain();
+  // The book is worked out again: what was answered right is gone.
+  if (b.owner == form20_ && form20_) form20_->openWindow();
 }
 
 }  // namespace mj

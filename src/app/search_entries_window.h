@@ -17,14 +17,16 @@ namespace mj {
 
 class Form1;
 class Form19;
+class Form20;
 
 class SearchEntries : public QObject {
   Q_OBJECT
  public:
   explicit SearchEntries(Form1& main);
 
-  // The search window, created on first use.
+  // The search window and the wrong book, created on first use.
   Form19* searchWindow();
+  Form20* wrongBookWindow();
 
   // Starts the run over ids for `owner`, which comes back at its end.
   void practise(QWidget* owner, const QString& ids, const QString& title);
@@ -35,6 +37,7 @@ class SearchEntries : public QObject {
 
   Form1& main_;
   Form19* form19_ = nullptr;
+  Form20* form20_ = nullptr;
   struct Before {
     QWidget* owner = nullptr;
     QWidget* face = nullptr;

@@ -190,7 +190,7 @@ void PracticeFrame::setEditorHook(std::function<void()> hook) {
   form3_->setEditorAvailable(available);
 }
 
-bool PracticeFrame::startListRun(const QString& ids, bool fromLawQuery) {
+void PracticeFrame::bringUpForList() {
   form3_->hide();
   QWidget* main = window();
   if (main != this) {
@@ -198,17 +198,15 @@ bool PracticeFrame::startListRun(const QString& ids, bool fromLawQuery) {
     main->raise();
     main->activateWindow();
   }
+}
+
+bool PracticeFrame::startListRun(const QString& ids, bool fromLawQuery) {
+  bringUpForList();
   return session_.startListRun(ids, fromLawQuery);
 }
 
 bool PracticeFrame::startOwnListRun(const QString& ids, const QString& title) {
-  form3_->hide();
-  QWidget* main = window();
-  if (main != this) {
-    main->show();
-    main->raise();
-    main->activateWindow();
-  }
+  bringUpForList();
   return session_.startOwnListRun(ids, title);
 }
 

@@ -132,6 +132,9 @@ class PracticeFrame : public QWidget, public PracticeView {
  private:
   void build();
   void buildAnswerWindow();
+  // Before a run over a given list: the answer window goes, the main window
+  // comes up.
+  void bringUpForList();
   // A key meant for the run; true when it was used.
   bool handleKey(QKeyEvent* event);
   // The answer buttons placed for the current type in the frame's width.

@@ -308,7 +308,7 @@ TEST(MainWindow, MenuInMenuOrderWithItsCaptions) {
   for (QAction* a : s.form->menuBar()->actions()) top.append(a->objectName() + u'=' + a->text());
   EXPECT_EQ(top, (QStringList{u"ShiTi=内部题库"_qs, u"CeShi=摸拟试卷"_qs, u"ChaJuan=查卷"_qs, u"SouTi=题目搜索"_qs,
                               u"OutShiTi=外部题库"_qs, u"zsd=知识点管理"_qs, u"AddNewLaw=添加新法律"_qs, u"MyGuess=模糊题"_qs,
-                              u"AutoUpdate=自动更新"_qs, u"RiZhi=做题日志"_qs, u"FGCX=法律法规查询"_qs,
+                              u"AutoUpdate=自动更新"_qs, u"RiZhi=做题日志"_qs, u"CuoTiBen=错题本"_qs, u"FGCX=法律法规查询"_qs,
                               u"TxtFormat=文书格式"_qs, u"MyConfigMenu=设置"_qs, u"Help=帮助"_qs, u"MmExit=退出"_qs}));
   auto sub = [](QMenu* m) {
     QStringList r;
