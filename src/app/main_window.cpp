@@ -26,6 +26,7 @@
 #include "bank/item_index.h"
 #include "bank/table_check.h"
 #include "bank/tables.h"
+#include "knowledge/knowledge_window.h"
 #include "law/law_query_window.h"
 #include "law/numerals.h"
 #include "log/log_grid_widget.h"
@@ -72,6 +73,7 @@ Form1::Form1(const Env& env, QWidget* parent) : QMainWindow(parent) {
   logEntries_ = new LogEntries(*this);
   wirePapers();
   searchEntries_ = new SearchEntries(*this);
+  wireKnowledge();
   // The question box follows the text style of the settings.
   connect(settings_.get(), &Settings::styleChanged, this, [this] { ApplyTextStyle(Text3, settings_->style()); });
   // Key preview: F1 anywhere in the program reaches the help handler.
@@ -145,8 +147,7 @@ void Form1::buildMenu() {
   // Entries whose windows come with later parts of the program stay disabled
   // until they are wired. Entries that need the data set are wired with
   // onDataEntry.
-  for (QAction* a : {zsd, AddNewLaw})
-    a->setEnabled(false);
+  AddNewLaw->setEnabled(false);
 
   onDataEntry(MyConfigMenu, [this] { settingsWindow()->openWindow(); });
   onDataEntry(ShiTi, [this] { openDirectory(DirectoryMode::ShiTi); });
@@ -301,6 +302,10 @@ Form6* Form1::lawQueryWindow() {
         beforeRelatedRun_ = BeforeRelatedRun{currentFace(), !MSFlexGrid1->isHidden(), practice->session().openRun()};
       if (!practice->startListRun(ids, true)) restoreBeforeRelatedRun();
     };
+    // Ctrl on an article leads to its knowledge points.
+    form6_->query().knowledgeHook = [this](const QString& title, double article) {
+      knowledgeWindow()->showArticle(title, article);
+    };
     form6_->setSeekAndReplaceHook([this] {
       findWindow()->openFor(kFindFromLawQuery, form6_->RichTextBox1, form6_, form6_->selectedViewText());
     });
@@ -326,8 +331,14 @@ void Form1::wireLawQuery() {
     f->entryMode = 1;
     f->showAgain();
   });
-  // The end of a run from the law query shows the law query again.
+  // The end of a run from the law query shows the law query again; one
+  // from the knowledge points goes back to them.
   practice->lawQueryHook = [this] {
+    if (form17_ && form17_->inRelatedRun()) {
+      restoreBeforeRelatedRun();
+      form17_->relatedRunEnded();
+      return;
+    }
     restoreBeforeRelatedRun();
     Form6* f = lawQueryWindow();
     f->FromLawQuery = false;
@@ -395,6 +406,39 @@ void Form1::wirePapers() {
     f->raise();
     f->activateWindow();
   });
+}
+
+Form17* Form1::knowledgeWindow() {
+  if (!form17_) {
+    form17_ = new Form17(app_, this);
+    // 相关NN题: a run over the point's questions, which leads back there.
+    form17_->onRelatedRun = [this](const QString& ids) {
+      if (!beforeRelatedRun_)
+        beforeRelatedRun_ = BeforeRelatedRun{currentFace(), !MSFlexGrid1->isHidden(), practice->session().openRun()};
+      if (practice->startListRun(ids, true)) return true;
+      restoreBeforeRelatedRun();
+      return false;
+    };
+    // 返回原题: the run ends as with its own 返回.
+    form17_->onEndRelatedRun = [this] {
+      practice->hideAnswerWindow();
+      if (practice->session().run().Open && practice->session().run().FromLawQuery)
+        practice->session().Frame3Cmd_Click(3);
+      else if (form17_->inRelatedRun())
+        form17_->relatedRunEnded();
+    };
+    // The pane's menu offers the points of the question the practice shows.
+    form17_->shownQuestionCitation = [this]() -> QString {
+      if (!practice->session().run().Open) return QString();
+      const ItemRow* row = FindItem(app_.AllItemData, practice->session().currentId());
+      return row ? row->aboutlaw : QString();
+    };
+  }
+  return form17_;
+}
+
+void Form1::wireKnowledge() {
+  onDataEntry(zsd, [this] { knowledgeWindow()->openWindow(); });
 }
 
 void Form1::openDirectory(DirectoryMode mode) {

@@ -37,6 +37,7 @@ class Form9;
 class Form10;
 class Form13;
 class PracticeFrame;
+class Form17;
 class Form18;
 class Form6;
 class Settings;
@@ -82,6 +83,8 @@ class Form1 : public QMainWindow {
   Form13* findWindow();
   // The question editor of 修改/注释, created on first use.
   Form9* editorWindow();
+  // The knowledge-point window of 知识点管理, created on first use.
+  Form17* knowledgeWindow();
   PaperState& paperState() { return paper_; }
 
   // Faces of the client area.
@@ -178,6 +181,7 @@ class Form1 : public QMainWindow {
   void wirePractice();
   void wireLawQuery();
   void wirePapers();
+  void wireKnowledge();
   void step(int n);
   void applyTitle();
   void unloadSplash();
@@ -209,6 +213,7 @@ class Form1 : public QMainWindow {
   Form10* form10_ = nullptr;
   Form13* form13_ = nullptr;
   Form9* form9_ = nullptr;
+  Form17* form17_ = nullptr;
   PaperState paper_;
   DbfTable lawNames_;  // kept open from the start: the law-name table is readable
   QList<Notice> notices_;

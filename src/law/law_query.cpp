@@ -610,9 +610,14 @@ void LawQuery::clickInView(qsizetype caret, bool ctrl, bool rightButton) {
   const DbfTable lawNames = DbfTable::open(env_.path(QStringLiteral("\\dbf\\") + tables::kLawNames));
   const QString code = GetMyLawFileName(lawNames, name, 1);
   const QString lawName = GetMyLawFileName(lawNames, name, 2);
-  // With Ctrl the article leads to its knowledge points; until they come,
-  // the click finds the article's questions as a plain click does.
-  (void)ctrl;
+  // With Ctrl the article leads to its knowledge points.
+  if (ctrl && knowledgeHook) {
+    QString title = lawName.isEmpty() ? name : lawName;
+    title.remove(u'《');
+    title.remove(u'》');
+    knowledgeHook(title, n);
+    return;
+  }
   const QString ids = items_ ? NewGetForm6LongId(*items_, code, lawName, n) : QString();
   if (ids.isEmpty()) return;
   longIds = ids;
@@ -636,8 +641,12 @@ bool LawQuery::openFromAnswer(const QString& text, qsizetype pos, int flag) {
   if (flag != 1 && flag != 2) return false;
   const std::optional<AnswerCitation> at = CitationAtAnswer(env_, text, pos);
   if (!at) return false;
-  // Flag 2 (Ctrl) leads to the knowledge points of the article once they
-  // come; until then it opens the law as a plain double click does.
+  // Flag 2 (Ctrl) leads to the knowledge points of the article.
+  if (flag == 2 && knowledgeHook) {
+    const QString numeral = at->item.mid(1, at->item.size() - 2);  // 第...条
+    knowledgeHook(at->title, MyGetTheNum(numeral));
+    return true;
+  }
   openLawAt(at->title, at->item);
   return true;
 }

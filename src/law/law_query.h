@@ -251,9 +251,16 @@ class LawQuery {
   QString relatedRunIds() const;
   int relatedRunCount() const;
 
+  // Ctrl on an article (a click in the view, a double click on an article
+  // printed under an answer) leads to the article's knowledge points: the
+  // law's title without 《》 and the article's number. Without it Ctrl works
+  // as a plain click.
+  std::function<void(const QString& title, double article)> knowledgeHook;
+
   // Opens the law of an article printed under an answer, at that article.
-  // flag 1: a plain double click; 2: with Ctrl (handled as 1 until the
-  // knowledge points come). False when the text at pos is no article.
+  // flag 1: a plain double click; 2: with Ctrl, which hands the article to
+  // knowledgeHook instead when it is set. False when the text at pos is no
+  // article.
   bool openFromAnswer(const QString& text, qsizetype pos, int flag);
   // 法律查询 of the answer window: opens the law of the first article printed
   // under the answer (text with CR LF line ends) at that article, as a plain

@@ -364,8 +364,9 @@ void Form6::startRelatedRun() {
 }
 
 bool Form6::OpenLawFromAnswer(const QString& text, qsizetype pos, int flag) {
+  const bool toKnowledge = flag == 2 && query_.knowledgeHook;
   if (!query_.openFromAnswer(text, pos, flag)) return false;
-  showOpenedLaw();
+  if (!toKnowledge) showOpenedLaw();
   return true;
 }
 

@@ -6,16 +6,20 @@
 #include <QHash>
 #include <QRegularExpression>
 #include <QSet>
+#include <QSqlError>
+#include <QSqlQuery>
 #include <algorithm>
 
 #include "bank/tables.h"
 #include "folder_writing.h"
+#include "knowledge/forum_data.h"
 #include "law/citations.h"
 #include "law/law_text.h"
 #include "law/numerals.h"
 #include "law_rules.h"
 #include "pictures.h"
 #include "platform/dbftable.h"
+#include "platform/sql_database.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
 
@@ -101,6 +105,7 @@ class Builder {
     loadDirectory(QStringLiteral("directory-papers.txt"), true, &dirPapers_);
     checkBanksListed();
     loadOutline();
+    checkExplanations();
     if (!errors_->isEmpty()) return false;
     writeFolders();
     writeLaws();
@@ -111,6 +116,9 @@ class Builder {
     copyTexts(QStringLiteral("readme"), QStringLiteral("readme"));
     copyTexts(QStringLiteral("法律文书"), QStringLiteral("法律文书"));
     copySamples();
+    copyTexts(QStringLiteral("知识点"), QStringLiteral("知识点"));
+    copyTexts(QStringLiteral("新知识点"), QStringLiteral("新知识点"));
+    writeForumDatabase();
     writePictures();
     return errors_->isEmpty();
   }
@@ -612,6 +620,23 @@ class Builder {
     }
   }
 
+  // The explanation files of data/知识点 are the default files of their
+  // points, \知识点\<therecn>.txt: each must name a leaf of the outline.
+  void checkExplanations() {
+    const QStringList files = QDir(data_ + QStringLiteral("/知识点")).entryList(QDir::Files, QDir::Name);
+    for (const QString& f : files) {
+      static const QRegularExpression name(QStringLiteral("^([0-9]+)\\.txt$"));
+      const auto m = name.match(f);
+      const int n = m.hasMatch() ? m.captured(1).toInt() : 0;
+      auto depth = [this](int row) {
+        const QString& a = outline_[row - 1].a;
+        return a.size() - QString(a).remove(QRegularExpression(QStringLiteral("^ +"))).size();
+      };
+      const bool leaf = n >= 1 && n <= outline_.size() && (n == outline_.size() || depth(n + 1) <= depth(n));
+      if (!leaf) fault(QStringLiteral("知识点/") + f, 0, QStringLiteral("应为大纲中一个知识点（叶子）的记录号.txt"));
+    }
+  }
+
   // ---- output -----------------------------------------------------------
 
   void writeFolders() {
@@ -706,6 +731,42 @@ class Builder {
           if (!ok) fault(QStringLiteral("dbf/dagang.mmd"), 0, QStringLiteral("无法写入第%1行").arg(i + 1));
         }
     }
+  }
+
+  // The forum database \dbf\db6.db with the laws' rows in lawinfo (board
+  // by the law's class) and the boards 5 to 19 in board, all counters 0.
+  void writeForumDatabase() {
+    static const QHash<QString, int> boardOfClass = {
+        {QStringLiteral("宪法"), 8},   {QStringLiteral("民法"), 17},         {QStringLiteral("行政法"), 16},
+        {QStringLiteral("刑法"), 14},  {QStringLiteral("商法"), 18},         {QStringLiteral("经济法"), 9},
+        {QStringLiteral("国际（经济）法"), 12}, {QStringLiteral("律师法"), 13}};
+    const QString rel = QStringLiteral("dbf/db6.db");
+    mj::SqlConnection c;
+    mj::SqlTarget target;
+    target.database = out_ + u'/' + rel;
+    QString error;
+    if (!c.open(target, &error)) {
+      fault(rel, 0, error);
+      return;
+    }
+    QSqlDatabase db = c.db();
+    QSqlQuery q(db);
+    for (const QString& table : mj::ForumTableNames())
+      if (!q.exec(mj::CreateTableSql(table, db.driverName()))) fault(rel, 0, q.lastError().text());
+    db.transaction();
+    q.prepare(QStringLiteral("INSERT INTO lawinfo (a, a1, c, firsttid) VALUES (?, ?, ?, 0)"));
+    for (const Law& law : laws_) {
+      q.bindValue(0, law.title);
+      q.bindValue(1, law.code);
+      q.bindValue(2, QString::number(boardOfClass.value(law.klass, 6)));
+      if (!q.exec()) fault(rel, 0, q.lastError().text());
+    }
+    q.prepare(QStringLiteral("INSERT INTO board (boardid, lastbbsnum, lasttopicnum, todaynum) VALUES (?, 0, 0, 0)"));
+    for (int board = mj::kTotalsBoard; board <= mj::kLastBoard; ++board) {
+      q.bindValue(0, board);
+      if (!q.exec()) fault(rel, 0, q.lastError().text());
+    }
+    if (!db.commit()) fault(rel, 0, db.lastError().text());
   }
 
   static QString fileLine(const Law& law) { return mjtools::TreeFileLine(law.name); }
