@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QHash>
+#include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -433,8 +434,9 @@ QString ForumBody(const QString& title, int itemType, qint64 topic, const QStrin
          u'?' + QStringLiteral("boardID=") + CStr(board) + QStringLiteral("&ID=") + CStr(topic + 1) + links.link4;
 }
 
-ForumRunResult ProcessForumData(const Env& env, QSqlDatabase db, ForumCounters& counters, const NewsLinks& links,
+ForumRunResult ProcessForumData(const Env& env, const SqlConnection& connection, ForumCounters& counters, const NewsLinks& links,
                                 const ForumProgress& progress) {
+  QSqlDatabase db = connection.db();
   ForumRunResult result;
   auto fail = [&](const QString& error) {
     result.error = error;
@@ -609,8 +611,9 @@ ForumRunResult ProcessForumData(const Env& env, QSqlDatabase db, ForumCounters& 
   return result;
 }
 
-bool ConvertLinks(QSqlDatabase db, const QString& oldText, const QString& newText,
+bool ConvertLinks(const SqlConnection& connection, const QString& oldText, const QString& newText,
                   const std::function<void(qint64 row, qint64 rows)>& progress, QString* error) {
+  QSqlDatabase db = connection.db();
   QSqlQuery q(db);
   if (!q.exec(QStringLiteral("SELECT COUNT(*) FROM bbs1"))) {
     *error = SqlError(QStringLiteral("读表bbs1"), q.lastError());
@@ -666,7 +669,8 @@ bool ConvertLinks(QSqlDatabase db, const QString& oldText, const QString& newTex
   return true;
 }
 
-bool TidyLawinfo(QSqlDatabase db, QString* error) {
+bool TidyLawinfo(const SqlConnection& connection, QString* error) {
+  QSqlDatabase db = connection.db();
   return ExecSql(db,
                  QStringLiteral("UPDATE lawinfo SET firsttid = (SELECT MIN(topicid) FROM iteminfo WHERE iteminfo.lawid = "
                                 "TRIM(lawinfo.a1)) WHERE EXISTS (SELECT 1 FROM iteminfo WHERE iteminfo.lawid = "

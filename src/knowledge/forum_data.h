@@ -13,7 +13,6 @@
 // table is written only for the laws that were committed.
 
 #include <QList>
-#include <QSqlDatabase>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -21,6 +20,8 @@
 #include "log/news.h"
 #include "platform/env.h"
 #include "platform/sql_database.h"
+
+class QSqlDatabase;
 
 namespace mj {
 
@@ -95,15 +96,15 @@ struct ForumRunResult {
 
 // 处理论坛数据: the whole generation. Window events are let through after
 // each question. Shows the box "ok" at the end, or the error.
-ForumRunResult ProcessForumData(const Env& env, QSqlDatabase db, ForumCounters& counters, const NewsLinks& links,
+ForumRunResult ProcessForumData(const Env& env, const SqlConnection& db, ForumCounters& counters, const NewsLinks& links,
                                 const ForumProgress& progress = {});
 
 // 转换链接: every old text in the bodies of bbs1 replaced by the new one.
 // progress gets the row reached and the rows in all. False with *error.
-bool ConvertLinks(QSqlDatabase db, const QString& oldText, const QString& newText,
+bool ConvertLinks(const SqlConnection& db, const QString& oldText, const QString& newText,
                   const std::function<void(qint64 row, qint64 rows)>& progress, QString* error);
 
 // 整理lawinfo表: firsttid of each law its first topic in iteminfo.
-bool TidyLawinfo(QSqlDatabase db, QString* error);
+bool TidyLawinfo(const SqlConnection& db, QString* error);
 
 }  // namespace mj

@@ -329,8 +329,14 @@ void KnowledgePoints::showPoint(qsizetype rowNumber) {
     }
     writeRow(rel, row->d, row->r);
   }
+  showExplanation(file);
+  updateRelated();
+}
+
+void KnowledgePoints::showExplanation(const QString& file) {
   switch (ExplanationKindOf(file)) {
     case ExplanationKind::Text: {
+      // A file that cannot be read leaves the pane as it was.
       bool ok = false;
       const QString text = ReadText(file, &ok);
       if (ok) pane = text;
@@ -344,7 +350,6 @@ void KnowledgePoints::showPoint(qsizetype rowNumber) {
     case ExplanationKind::Other:
       break;
   }
-  updateRelated();
 }
 
 bool KnowledgePoints::writeRow(const QString& b, const QString& d, const QString& r) {
@@ -437,20 +442,7 @@ void KnowledgePoints::doubleClickFile() {
     Text2 = *chosen;
     Text3 = fileDate(*chosen);
     Text4 = kFromFile;
-    switch (ExplanationKindOf(*chosen)) {
-      case ExplanationKind::Text: {
-        bool ok = false;
-        const QString text = ReadText(*chosen, &ok);
-        if (ok) pane = text;
-        break;
-      }
-      case ExplanationKind::Document:
-        openDocument(*chosen);
-        pane = kShownInOwnWindow;
-        break;
-      case ExplanationKind::Other:
-        break;
-    }
+    showExplanation(*chosen);
     return;
   }
   const QString stored = Trim(Text2);
@@ -467,18 +459,7 @@ void KnowledgePoints::doubleClickFile() {
     env_.msgBox(QStringLiteral("不能建立知识点解释文件") + MapSeparators(file) + QStringLiteral("。"), box::Exclamation);
     return;
   }
-  switch (ExplanationKindOf(file)) {
-    case ExplanationKind::Text:
-      pane = ReadText(file);
-      Text3 = fileDate(file);
-      break;
-    case ExplanationKind::Document:
-      openDocument(file);
-      pane = kShownInOwnWindow;
-      break;
-    case ExplanationKind::Other:
-      break;
-  }
+  showExplanation(file);
 }
 
 bool KnowledgePoints::Command3_Click() {

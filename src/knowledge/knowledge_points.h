@@ -193,6 +193,9 @@ class KnowledgePoints {
 
  private:
   void showPoint(qsizetype row);
+  // The explanation file in the pane (a text, with its date in Text3), or
+  // opened with the desktop's program (a document).
+  void showExplanation(const QString& file);
   void clearFields();
   void updateRelated();
   // Writes b, d, r of the current row into dagang.mmd and the array; false

@@ -476,7 +476,7 @@ void Form17::Command7_Click() {
   ProgressBar1->setValue(0);
   ProgressBar1->setVisible(true);
   const NewsLinks links{app_.NewsLink1, app_.NewsLink2, app_.NewsLink3, app_.NewsLink4};
-  ProcessForumData(app_.env, connection.db(), counters_, links, [this](qint64 done, qint64 total) {
+  ProcessForumData(app_.env, connection, counters_, links, [this](qint64 done, qint64 total) {
     if (ProgressBar1->maximum() != total) ProgressBar1->setRange(0, static_cast<int>(std::min<qint64>(total, INT_MAX)));
     ProgressBar1->setValue(static_cast<int>(std::min<qint64>(done, INT_MAX)));
   });
@@ -500,7 +500,7 @@ void Form17::Command8_Click() {
   SqlConnection connection;
   QString error;
   bool ok = OpenForumDatabase(app_.env, connection, &error);
-  ok = ok && ConvertLinks(connection.db(), *oldText, *newText,
+  ok = ok && ConvertLinks(connection, *oldText, *newText,
                           [this](qint64 row, qint64 rows) { Label6->setText(CStr(row) + u'/' + CStr(rows)); }, &error);
   setBusy(false);
   app_.env.msgBox(ok ? QStringLiteral("ok") : error, ok ? 0 : box::Exclamation);
@@ -511,7 +511,7 @@ void Form17::Command9_Click() {
   setBusy(true);
   SqlConnection connection;
   QString error;
-  const bool ok = OpenForumDatabase(app_.env, connection, &error) && TidyLawinfo(connection.db(), &error);
+  const bool ok = OpenForumDatabase(app_.env, connection, &error) && TidyLawinfo(connection, &error);
   setBusy(false);
   app_.env.msgBox(ok ? QStringLiteral("lawinfo表整理完毕。") : error, ok ? 0 : box::Exclamation);
 }

@@ -1,6 +1,7 @@
 #include "platform/sql_database.h"
 
 #include <QAtomicInt>
+#include <QSqlDatabase>
 #include <QSqlError>
 
 #include "platform/paths.h"

@@ -3,8 +3,9 @@
 // default, or a server database whose driver the settings name. Each
 // SqlConnection is a connection of its own, closed and removed with it.
 
-#include <QSqlDatabase>
 #include <QString>
+
+class QSqlDatabase;
 
 namespace mj {
 

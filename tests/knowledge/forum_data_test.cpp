@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QSqlError>
+#include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QStandardPaths>
@@ -45,7 +46,7 @@ class Forum : public ::testing::Test {
     QString error;
     ASSERT_TRUE(OpenForumDatabase(t->env, db, &error)) << error.toStdString();
   }
-  ForumRunResult run() { return ProcessForumData(t->env, db.db(), counters, kLinks); }
+  ForumRunResult run() { return ProcessForumData(t->env, db, counters, kLinks); }
   QList<QVariantList> rows(const QString& sql) const {
     QList<QVariantList> out;
     QSqlQuery q(db.db());
@@ -269,7 +270,7 @@ TEST_F(Forum, ConvertLinksRewritesEveryBody) {
   ASSERT_TRUE(run().ok);
   qint64 lastRow = 0, rowsAll = 0;
   QString error;
-  ASSERT_TRUE(ConvertLinks(db.db(), u"https://mingjing.example.org/bbs/"_qs, u"http://new.example.org/forum/"_qs,
+  ASSERT_TRUE(ConvertLinks(db, u"https://mingjing.example.org/bbs/"_qs, u"http://new.example.org/forum/"_qs,
                            [&](qint64 row, qint64 n) {
                              lastRow = row;
                              rowsAll = n;
@@ -286,7 +287,7 @@ TEST_F(Forum, TidyLawinfoTakesEachLawsFirstTopic) {
   open();
   ASSERT_TRUE(run().ok);
   QString error;
-  ASSERT_TRUE(TidyLawinfo(db.db(), &error)) << error.toStdString();
+  ASSERT_TRUE(TidyLawinfo(db, &error)) << error.toStdString();
   EXPECT_EQ(rows(u"SELECT a1, firsttid FROM lawinfo ORDER BY a1"_qs),
             (QList<QVariantList>{{u"10001"_qs, 1}, {u"10002"_qs, 16}, {u"10003"_qs, 31}}));
 }
@@ -525,10 +526,10 @@ TEST(ForumPostgres, TheDemonstrationBanksIntoAServerDatabase) {
                           QString::number(b) + u", 0, 0, 0)"_qs));
   }
   ForumCounters counters;
-  ForumRunResult r = ProcessForumData(t.env, db.db(), counters, kLinks);
+  ForumRunResult r = ProcessForumData(t.env, db, counters, kLinks);
   ASSERT_TRUE(r.ok) << r.error.toStdString();
   EXPECT_EQ(r.questions, 45);
-  r = ProcessForumData(t.env, db.db(), counters, kLinks);
+  r = ProcessForumData(t.env, db, counters, kLinks);
   ASSERT_TRUE(r.ok) << r.error.toStdString();
   QSqlQuery q(db.db());
   ASSERT_TRUE(q.exec(u"SELECT COUNT(*), MAX(topicID) FROM topic"_qs));
@@ -548,7 +549,7 @@ TEST(ForumPostgres, TheDemonstrationBanksIntoAServerDatabase) {
   ASSERT_TRUE(q.exec(u"SELECT boardid, topicid, ItemId FROM iteminfo WHERE topicid = 46"_qs));
   ASSERT_TRUE(q.next());
   EXPECT_EQ(q.value(2).toString(), u"10001100001"_qs);
-  ASSERT_TRUE(TidyLawinfo(db.db(), &error)) << error.toStdString();
+  ASSERT_TRUE(TidyLawinfo(db, &error)) << error.toStdString();
   ASSERT_TRUE(q.exec(u"SELECT firsttid FROM lawinfo WHERE a1 = '10003'"_qs));
   ASSERT_TRUE(q.next());
   EXPECT_EQ(q.value(0).toInt(), 31);

@@ -17,10 +17,12 @@
 #include "bank/item_index.h"
 #include "knowledge_fixture.h"
 #include "law/law_files.h"
+#include "log/news.h"
 #include "platform/paths.h"
 #include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 #include "support/printers.h"
+#include "support/http_server.h"
 #include "support/test_env.h"
 #include "support/window_checks.h"
 
@@ -224,6 +226,88 @@ TEST_F(Window, AnArticleLeadsToItsPointsOrOffersOne) {
   t->boxes.answer(box::No);
   form->showArticle(u"示例刑法"_qs, 37);
   EXPECT_EQ(form->Text1->text(), u"《示例刑法》12.《示例刑法》36."_qs);
+}
+
+
+TEST_F(Window, TheDownloadButtonFetchesAndTakesIn) {
+  test::HttpServer server;
+  ASSERT_TRUE(server.start());
+  server.setText(u"/zsd/newzsd2.txt"_qs,
+                 ToGbk(u"[知识点]\r\n初始信息=9\r\n[9]\r\n参见法条=《示例刑法》15.\r\n解析内容=过失的解释\r\n"_qs));
+  t->writeGbk(kNewsFile, u"[信息]\r\n信息号=1\r\n知识点文件个数=2\r\n知识点文件下载网上目录="_qs +
+                             server.url(u"/zsd/"_qs).toString() + u"\r\n"_qs);
+  {
+    // 犯罪过失 (9) without its citation, so that the file may fill it.
+    DbfTable dagang = DbfTable::open(t->path(kOutlineTableFile), DbfTable::Mode::ReadWrite);
+    for (const int rec : dagang.rows())
+      if (dagang.number(rec, u"therecn"_qs) == 9) {
+        ASSERT_TRUE(dagang.setNull(rec, dagang.fieldIndex(u"d"_qs)));
+      }
+    ASSERT_TRUE(dagang.close());
+  }
+  form->loadWindow();
+  form->points().activate();
+  form->render();
+  // newzsd1 (the sample) was taken in; 2 is on offer.
+  QList<BoxRecord> boxes = t->boxes.take();
+  ASSERT_EQ(boxes.size(), 1);
+  EXPECT_EQ(boxes[0].text, u"有新的知识点文件，点击下面的按钮进行下载。"_qs);
+  EXPECT_TRUE(form->Command1->isEnabled());
+  form->Command1_Click();
+  EXPECT_TRUE(form->ProgressBar1->isVisibleTo(form.get()));
+  EXPECT_FALSE(form->Command1->isEnabled());
+  QTRY_VERIFY_WITH_TIMEOUT(!form->downloadBusy() && !t->boxes.shown().isEmpty(), 10000);
+  boxes = t->boxes.take();
+  ASSERT_EQ(boxes.size(), 1);
+  EXPECT_EQ(boxes[0].title, u"新知识点"_qs);
+  EXPECT_EQ(boxes[0].text, u"下载了1个知识点文件。"_qs);
+  EXPECT_FALSE(form->ProgressBar1->isVisible());
+  EXPECT_FALSE(form->Command1->isEnabled());
+  EXPECT_EQ(server.requests, QList<QString>{u"/zsd/newzsd2.txt"_qs});
+  EXPECT_TRUE(FileExists(t->path(u"\\新知识点\\newzsd2.tx_"_qs)));
+  EXPECT_EQ(test::TableRow(*t, 9).d, u"《示例刑法》15."_qs);
+  EXPECT_EQ(ReadText(t->path(u"\\知识点\\9.txt"_qs)), u"过失的解释"_qs);
+}
+
+TEST_F(Window, TheForumButtons) {
+  app.NewsLink1 = u"https://mingjing.example.org/bbs/dispbbs.asp"_qs;
+  app.NewsLink2 = u"https://mingjing.example.org/bbs/nextitem.asp"_qs;
+  form->openWindow();
+  t->boxes.clear();
+  QTest::mouseClick(form->Command7, Qt::LeftButton);
+  QList<BoxRecord> boxes = t->boxes.take();
+  ASSERT_EQ(boxes.size(), 1);
+  EXPECT_EQ(boxes[0].text, u"ok"_qs);
+  EXPECT_FALSE(form->ProgressBar1->isVisible());
+  EXPECT_EQ(form->forumCounters().topic, 45);
+  EXPECT_TRUE(form->Command7->isEnabled());
+
+  QTest::mouseClick(form->Command9, Qt::LeftButton);
+  boxes = t->boxes.take();
+  ASSERT_EQ(boxes.size(), 1);
+  EXPECT_EQ(boxes[0].text, u"lawinfo表整理完毕。"_qs);
+
+  // 转换链接: two address boxes; an empty one stops with a box.
+  QStringList prompts;
+  QList<std::optional<QString>> answers = {u"https://mingjing.example.org/bbs/"_qs, QString()};
+  form->inputBox = [&](const QString& prompt, const QString& title) -> std::optional<QString> {
+    prompts << title + u"|"_qs + prompt;
+    return answers.takeFirst();
+  };
+  QTest::mouseClick(form->Command8, Qt::LeftButton);
+  ASSERT_EQ(prompts.size(), 2);
+  EXPECT_TRUE(prompts[0].startsWith(u"输入地址串|老地址字符，形如"_qs)) << prompts[0].toStdString();
+  EXPECT_TRUE(prompts[1].startsWith(u"输入地址串|新地址字符，形如"_qs)) << prompts[1].toStdString();
+  boxes = t->boxes.take();
+  ASSERT_EQ(boxes.size(), 1);
+  EXPECT_EQ(boxes[0].title, u"输入有误"_qs);
+  EXPECT_EQ(boxes[0].text, u"地址不可以为空"_qs);
+  answers = {u"https://mingjing.example.org/bbs/"_qs, u"http://new.example.org/forum/"_qs};
+  QTest::mouseClick(form->Command8, Qt::LeftButton);
+  boxes = t->boxes.take();
+  ASSERT_EQ(boxes.size(), 1);
+  EXPECT_EQ(boxes[0].text, u"ok"_qs);
+  EXPECT_EQ(form->Label6->text(), u"45/45"_qs);
 }
 
 }  // namespace
