@@ -51,7 +51,7 @@ TEST_F(KnowledgeMenu, TheMenuOpensTheWindowAndAPointsQuestionsArePractised) {
   PracticeSession& s = form->practice->session();
   ASSERT_TRUE(s.run().Open);
   EXPECT_EQ(s.currentId(), u"10001100002"_qs);
-  EXPECT_EQ(form->currentFace(), form->practice);
+  EXPECT_TRUE(form->practice->isVisibleTo(form.get()));
   EXPECT_EQ(k->Command5->text(), u"返回原题"_qs);
   EXPECT_TRUE(k->inRelatedRun());
   // 返回原题 ends the run and leads back to the point.
@@ -59,7 +59,7 @@ TEST_F(KnowledgeMenu, TheMenuOpensTheWindowAndAPointsQuestionsArePractised) {
   EXPECT_FALSE(s.run().Open);
   EXPECT_FALSE(k->inRelatedRun());
   EXPECT_EQ(k->Command5->text(), u"关  闭"_qs);
-  EXPECT_EQ(form->currentFace(), faceBefore);
+  EXPECT_EQ(form->currentFace(), faceBefore) << form->currentFace()->objectName().toStdString() << " / " << faceBefore->objectName().toStdString();
   EXPECT_TRUE(k->isVisible());
   EXPECT_EQ(k->Text1->text(), u"《示例刑法》12."_qs);
 }

@@ -97,7 +97,7 @@ TEST(Lmdata, RunAgainKeepsTheUsersFiles) {
   ASSERT_TRUE(WriteBytesAtomic(root + u"/ini/NEWLUMEN.TXT"_qs, QByteArray("[信息]\r\n")));
   const LmdataRun r = RunLmdata(root);
   EXPECT_EQ(r.exitCode, 0) << r.err.toStdString();
-  EXPECT_TRUE(r.out.contains(u"新写入 1 个文件，新建 1 个文件夹"_qs)) << r.out.toStdString();
+  EXPECT_TRUE(r.out.contains(u"新写入 4 个文件，新建 1 个文件夹"_qs)) << r.out.toStdString();
   EXPECT_EQ(ReadBytes(root + u"/dbf/items.mmd"_qs), QByteArray("changed by the user"));
   EXPECT_EQ(ReadBytes(root + u"/ini/fa.ico"_qs), ReadBytes(Demo() + u"/ini/fa.ico"_qs));
   EXPECT_TRUE(QDir(root + u"/知识点"_qs).exists());
