@@ -17,6 +17,7 @@
 #include "papers/paper_practice_window.h"
 #include "papers/text_box_widget.h"
 #include "platform/paths.h"
+#include "platform/rich_wrap_widget.h"
 #include "platform/text_toolkit.h"
 
 namespace mj {
@@ -41,7 +42,7 @@ Form10::Form10(const Env& env, PaperState& state, QWidget* parent)
   auto* middle = new QHBoxLayout;
   RichTextBox1 = new QPlainTextEdit(this);
   RichTextBox1->setObjectName(QStringLiteral("RichTextBox1"));
-  RichTextBox1->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+  SetRichWrap(RichTextBox1, true);
   RichTextBox1->viewport()->installEventFilter(this);
   middle->addWidget(RichTextBox1, 1);
 

@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "platform/escape_key_widget.h"
+#include "platform/rich_wrap_widget.h"
 #include "settings/help.h"
 
 namespace mj {
@@ -18,7 +19,7 @@ Form18::Form18(const Env& env, QWidget* parent) : QWidget(parent, Qt::Window), e
   RichTextBox1 = new QTextEdit;
   RichTextBox1->setObjectName(QStringLiteral("RichTextBox1"));
   RichTextBox1->setReadOnly(true);
-  RichTextBox1->setLineWrapMode(QTextEdit::WidgetWidth);
+  SetRichWrap(RichTextBox1, true);
   v->addWidget(RichTextBox1, 1);
   auto* h = new QHBoxLayout;
   for (const QString& caption : {QStringLiteral("当前窗口说明"), QStringLiteral("全部窗口说明"), QStringLiteral("关  闭")}) {
