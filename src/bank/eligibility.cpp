@@ -137,7 +137,7 @@ bool writeIndexCounts(const QString& folder, const QString& faceTable, int maxim
 
 }  // namespace
 
-std::optional<QDate> EntryDate(const QString& story) {
+std::optional<QDate> EntryDate(QStringView story) {
   const std::optional<Ymd> d = entryYmd(story);
   if (!d) return std::nullopt;
   return QDate(d->year, d->month, d->day);

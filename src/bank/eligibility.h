@@ -47,7 +47,7 @@ inline bool IsOkItem(QString& story, const Schedule& s, const QString& answer) {
 // The date of a record entry from its first 16 characters ("yyyy-mm-dd hh:mm",
 // months, days and hours also with one digit, "/" also as date separator);
 // nothing when they are no valid date and time.
-std::optional<QDate> EntryDate(const QString& story);
+std::optional<QDate> EntryDate(QStringView story);
 
 // What a count reports while it runs: the maximum of the bar once, then the
 // position as questions are counted. Either may be empty.

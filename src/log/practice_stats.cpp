@@ -18,6 +18,22 @@ namespace {
 // right-aligned in 4 characters.
 constexpr qsizetype kEntryLength = 20;
 
+// Calls `visit` with each entry of a trimmed record, newest first, until it
+// returns false: whole 20-character entries only, an entry whose first 16
+// characters are no date left out. The record is read in place: the
+// statistics read millions of entries.
+template <typename Visit>
+void forEachEntry(const QString& story, const QString& answer, Visit&& visit) {
+  const QStringView all(story);
+  const qsizetype n = all.size() / kEntryLength;
+  for (qsizetype i = 0; i < n; ++i) {
+    const QStringView entry = all.mid(i * kEntryLength, kEntryLength);
+    const std::optional<QDate> day = EntryDate(entry);
+    if (!day) continue;
+    if (!visit(RecordEntryOf{*day, entry.mid(16).trimmed() == answer})) return;
+  }
+}
+
 // Reads the questions of one item table; a problem with the table goes to
 // `problems`.
 QList<RecordedQuestion> readQuestions(const QString& path, QStringList& problems) {
@@ -116,13 +132,11 @@ PracticeRecords ReadPracticeRecords(const QString& dataFolder) {
 
 QList<RecordEntryOf> EntriesOf(const QString& story, const QString& answer) {
   QList<RecordEntryOf> out;
-  const qsizetype n = story.size() / kEntryLength;
-  for (qsizetype i = 0; i < n; ++i) {
-    const QString entry = story.mid(i * kEntryLength, kEntryLength);
-    const std::optional<QDate> day = EntryDate(entry);
-    if (!day) continue;
-    out.append({*day, Trim(entry.mid(16)) == answer});
-  }
+  out.reserve(story.size() / kEntryLength);
+  forEachEntry(story, answer, [&out](const RecordEntryOf& e) {
+    out.append(e);
+    return true;
+  });
   return out;
 }
 
@@ -134,12 +148,14 @@ QList<DayAnswers> AnswersPerDay(const PracticeRecords& records, const QDate& tod
   for (const QList<RecordedQuestion>* table : {&records.internal, &records.simulated}) {
     for (const RecordedQuestion& q : *table) {
       if (q.story.size() < kEntryLength) continue;
-      for (const RecordEntryOf& e : EntriesOf(q.story, q.answer)) {
+      forEachEntry(q.story, q.answer, [&](const RecordEntryOf& e) {
         const qint64 i = e.day.toJulianDay() - firstDay;
-        if (i < 0 || i >= out.size()) continue;
-        ++out[i].answers;
-        if (e.right) ++out[i].right;
-      }
+        if (i >= 0 && i < out.size()) {
+          ++out[i].answers;
+          if (e.right) ++out[i].right;
+        }
+        return true;
+      });
     }
   }
   return out;
@@ -176,8 +192,13 @@ QList<GroupShare> RightShareByLaw(const PracticeRecords& records) {
     QMap<QString, GroupShare> groups;
     for (const RecordedQuestion& q : simulated ? records.simulated : records.internal) {
       if (q.story.size() < kEntryLength) continue;
-      const QList<RecordEntryOf> entries = EntriesOf(q.story, q.answer);
-      if (entries.isEmpty()) continue;
+      // The newest entry with a date tells how the question stands.
+      std::optional<RecordEntryOf> newest;
+      forEachEntry(q.story, q.answer, [&newest](const RecordEntryOf& e) {
+        newest = e;
+        return false;
+      });
+      if (!newest) continue;
       const QString code = Left(q.bank, 5);
       GroupShare& g = groups[code];
       if (g.code.isEmpty()) {
@@ -187,7 +208,7 @@ QList<GroupShare> RightShareByLaw(const PracticeRecords& records) {
                             : records.lawNames.value(code, QStringLiteral("题库") + code);
       }
       ++g.done;
-      if (entries.first().right) ++g.right;
+      if (newest->right) ++g.right;
     }
     for (const GroupShare& g : groups) out.append(g);
   }
