@@ -46,6 +46,7 @@
 #include "practice/directory_widget.h"
 #include "practice/practice_frame_widget.h"
 #include "bank/forecast_window.h"
+#include "log/practice_stats_window.h"
 #include "settings/help.h"
 #include "settings/help_window.h"
 #include "settings/settings.h"
@@ -98,6 +99,11 @@ Form5* Form1::forecastWindow() {
   return form5_;
 }
 
+Form21* Form1::statsWindow() {
+  if (!form21_) form21_ = new Form21(env(), *settings_, this);
+  return form21_;
+}
+
 void Form1::buildMenu() {
   QMenuBar* bar = menuBar();
   auto entry = [this, bar](const QString& name, const QString& caption) {
@@ -142,6 +148,7 @@ void Form1::buildMenu() {
   Help = submenu(QStringLiteral("Help"), QStringLiteral("帮助"));
   HelpWeb = item(Help, QStringLiteral("HelpWeb"), QStringLiteral("支持站点"));
   HelpYou = item(Help, QStringLiteral("HelpYou"), QStringLiteral("联机帮助"));
+  TongJi = item(Help, QStringLiteral("TongJi"), QStringLiteral("做题统计"));
   MmExit = entry(QStringLiteral("MmExit"), QStringLiteral("退出"));
 
   // Entries whose windows come with later parts of the program stay disabled
@@ -153,6 +160,7 @@ void Form1::buildMenu() {
   onDataEntry(ShiTi, [this] { openDirectory(DirectoryMode::ShiTi); });
   onDataEntry(CeShi, [this] { openDirectory(DirectoryMode::CeShi); });
   onDataEntry(ChaJuan, [this] { openDirectory(DirectoryMode::ChaJuan); });
+  onDataEntry(TongJi, [this] { statsWindow()->openWindow(); });
   onDataSubmenu(MyGuess);
 
   connect(HelpGuess, &QAction::triggered, this, [this] {

@@ -32,6 +32,7 @@ class LogGridWidget;
 enum class DirectoryMode;
 class Form4;
 class Form5;
+class Form21;
 class Form8;
 class Form9;
 class Form10;
@@ -103,6 +104,8 @@ class Form1 : public QMainWindow {
   Form4* settingsWindow();
   // The forecast window of its "分析预测", created on first use.
   Form5* forecastWindow();
+  // The statistics window of 帮助/做题统计, created on first use.
+  Form21* statsWindow();
 
   // The entries 题目搜索 and 错题本 with their windows.
   SearchEntries* searchEntries() const { return searchEntries_; }
@@ -144,6 +147,7 @@ class Form1 : public QMainWindow {
   QMenu* Help = nullptr;
   QAction* HelpWeb = nullptr;
   QAction* HelpYou = nullptr;
+  QAction* TongJi = nullptr;  // 做题统计
   QAction* MmExit = nullptr;
 
   // Start page.
@@ -198,6 +202,7 @@ class Form1 : public QMainWindow {
   std::unique_ptr<Settings> settings_;
   Form4* form4_ = nullptr;
   Form5* form5_ = nullptr;
+  Form21* form21_ = nullptr;
   bool inDirectoryEntry_ = false;  // a count lets events through: no second entry meanwhile
   QStackedWidget* faces_ = nullptr;
   Form8* splash_ = nullptr;

@@ -14,6 +14,7 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include "platform/escape_key_widget.h"
 #include "platform/vbtext.h"
 #include "settings/settings.h"
 #include "settings/updown_widget.h"
@@ -147,6 +148,8 @@ Form5::Form5(const Env& env, const Settings& settings, QWidget* settingsWindow, 
   Frame1->hide();
   Frame2->hide();
   showResult();
+  // Esc is 返回, as the window's close button is.
+  CloseOnEscape(this);
 }
 
 void Form5::openWindow() {
