@@ -321,7 +321,8 @@ TEST(MainWindow, MenuInMenuOrderWithItsCaptions) {
                          u"NewerProgram=选新题库文件并更新进系统题库"_qs, u"Help4New=本功能说明"_qs}));
   EXPECT_EQ(sub(s.form->TxtFormat),
             (QStringList{u"OpenFormatFile=打开格式文书文件"_qs, u"CfgOpenPro=设置打开格式文书文件的程序"_qs}));
-  EXPECT_EQ(sub(s.form->Help), (QStringList{u"HelpWeb=支持站点"_qs, u"HelpYou=联机帮助"_qs}));
+  // 做题统计 opens the statistics window.
+  EXPECT_EQ(sub(s.form->Help), (QStringList{u"HelpWeb=支持站点"_qs, u"HelpYou=联机帮助"_qs, u"TongJi=做题统计"_qs}));
 }
 
 TEST(MainWindow, HelpEntries) {
