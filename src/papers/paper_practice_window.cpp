@@ -19,6 +19,7 @@
 #include "papers/progress_record.h"
 #include "papers/text_box_widget.h"
 #include "platform/paths.h"
+#include "platform/rich_wrap_widget.h"
 #include "platform/text_toolkit.h"
 #include "settings/settings.h"
 #include "settings/text_style_widget.h"
@@ -71,7 +72,7 @@ void Form14::build() {
   auto box = [this](const QString& name) {
     auto* b = new QPlainTextEdit(splitter);
     b->setObjectName(name);
-    b->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+    SetRichWrap(b, true);
     b->setMinimumHeight(60);
     splitter->addWidget(b);
     return b;
