@@ -90,15 +90,20 @@ int LastItemNum(const QString& text) { return LastItemNum(text, GetLawTextType(t
 int LastItemNum(const QString& text, int type) {
   if (type == 0) return 0;
   const QString sp = LawIndentOf(text);
+  // An appendix is never part of an article: start above its first line.
+  const qsizetype appendix = LastPosSkipping(text, kCrLf + sp + QStringLiteral("附件"));
+  return LastItemNumFrom(text, type, sp, appendix > 0 ? appendix : Len(text));
+}
+
+int LastItemNumFrom(const QString& text, int type, const QString& sp, qsizetype from) {
+  if (type == 0) return 0;
   const qsizetype lsp = Len(sp);
   const QString alphabet = type == 3 ? QStringLiteral("0123456789") : QStringLiteral("零一二三四五六七八九十百千万");
   const QString terminators = type == 1 ? QStringLiteral("条") : alphabet;
   const QString head1 = kLf + sp + QStringLiteral("第");
   const QString head23 = kLf + sp;
 
-  // An appendix is never part of an article: start above its first line.
-  const qsizetype appendix = LastPosSkipping(text, kCrLf + sp + QStringLiteral("附件"));
-  qsizetype i = appendix > 0 ? appendix : Len(text);
+  qsizetype i = std::min(from, Len(text));
   qsizetype end = 0;
   qsizetype start = 0;
   for (; i >= 1; --i) {
@@ -185,24 +190,32 @@ double ItemNumAtCaret(const QString& text, qsizetype pos, int type) {
   return 0;
 }
 
-int LineKind(const QString& line, int type) {
-  const QString sp = line.contains(kLawIndent) ? kIdeoBlank : QString();
-  if (Len(line) < 3) return 0;
+int LineKind(const QString& line, int type) { return LineKind(QStringView(line), type, line.contains(kLawIndent)); }
+
+int LineKind(QStringView line, int type, bool doubleBlank) {
+  // The 1-based character of the line; a null character outside it.
+  auto at = [line](qsizetype i) { return (i >= 1 && i <= line.size()) ? line.at(i - 1) : QChar(); };
+  auto skip = [&](qsizetype i, const QString& set) {
+    while (i <= line.size() && In(set, at(i))) ++i;
+    return i;
+  };
+  const QString sp = doubleBlank ? kIdeoBlank : QString();
+  if (line.size() < 3) return 0;
   // The dated note under a title: (...) or （...） closing the first line.
-  const qsizetype br = InStr(line, kCrLf);
-  if (br > 0) {
-    const QString first = Trim(Left(line, br + 1));
+  const qsizetype br = line.indexOf(kCrLf);
+  if (br >= 0) {
+    const QString first = Trim(line.left(br + 2).toString());
     if ((first.contains(u'(') && first.endsWith(QStringLiteral(")") + kCrLf)) ||
         (first.contains(u'（') && first.endsWith(QStringLiteral("）") + kCrLf)))
       return 1;
   }
   if (type <= 0 || type > 3) return 0;
-  const QChar c1 = At(line, 1);
+  const QChar c1 = at(1);
   const QChar headFirst = At(sp + QStringLiteral("第"), 1);
 
   if (type == 1) {
     if (c1 != headFirst) return 0;
-    const QChar stop = At(line, SkipClass(line, 1, sp + QStringLiteral("第一二三四五六七八九十百千万亿零")));
+    const QChar stop = at(skip(1, sp + QStringLiteral("第一二三四五六七八九十百千万亿零")));
     if (stop == u'条') return 1;
     if (In(QStringLiteral("编章节部分　"), stop)) return 2;
     return 0;
@@ -210,23 +223,25 @@ int LineKind(const QString& line, int type) {
   if (type == 2) {
     const QString numerals = sp + QStringLiteral("一二三四五六七八九十百千万零");
     if (In(numerals, c1)) {
-      const QChar stop = At(line, SkipClass(line, 1, numerals));
+      const QChar stop = at(skip(1, numerals));
       return In(QStringLiteral("、　． "), stop) ? 1 : 0;
     }
     if (c1 != headFirst) return 0;
-    const QChar stop = At(line, SkipClass(line, 2, numerals));
+    const QChar stop = at(skip(2, numerals));
     return In(QStringLiteral("编章节部分、．　 "), stop) ? 2 : 0;
   }
   // Type 3: a short line of a Chinese numeral and a separator is a chapter
   // title, unless it ends a sentence.
   if (!IsDigit(c1)) {
     if (!In(sp + QStringLiteral("一二三四五六七八九十"), c1)) return 0;
-    const QChar stop = At(line, SkipClass(line, 1, sp + QStringLiteral("一二三四五六七八九十零百千万")));
-    const qsizetype cr = InStr(line, kCr);
-    const QString firstLine = cr > 0 ? Left(line, cr) : line;
-    if (In(QStringLiteral("、　． "), stop) && Len(firstLine) < 35 && Right(firstLine, 1) != u"。") return 2;
+    const QChar stop = at(skip(1, sp + QStringLiteral("一二三四五六七八九十零百千万")));
+    const qsizetype cr = line.indexOf(u'\r');
+    // The first line is taken with its CR, so that its last character is a
+    // full stop only when it is the last line.
+    const QStringView firstLine = cr >= 0 ? line.left(cr + 1) : line;
+    if (In(QStringLiteral("、　． "), stop) && firstLine.size() < 35 && !firstLine.endsWith(u'。')) return 2;
   }
-  const QChar stop = At(line, SkipClass(line, 1, QStringLiteral("0123456789")));
+  const QChar stop = at(skip(1, QStringLiteral("0123456789")));
   return In(QStringLiteral("、　． "), stop) ? 1 : 0;
 }
 

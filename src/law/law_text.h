@@ -40,6 +40,9 @@ QString FirstHeadLine(const QString& text);
 int LastItemNum(const QString& text);
 // The same for a text whose numbering style (GetLawTextType) is known.
 int LastItemNum(const QString& text, int type);
+// The backward scan itself, with the indent sp that a heading stands behind,
+// starting at the 1-based place from and going up.
+int LastItemNumFrom(const QString& text, int type, const QString& sp, qsizetype from);
 
 // The number of the article whose heading stands at or above pos in a text the
 // program printed; 0 (or below 1) when there is none.
@@ -48,6 +51,10 @@ double ItemNumAtCaret(const QString& text, qsizetype pos, int type);
 // 0 continuation, 1 article (or list item, or the dated note under a title),
 // 2 chapter heading.
 int LineKind(const QString& line, int type);
+// The same for a view of a text; doubleBlank tells whether the line holds two
+// ideographic blanks anywhere, which a caller walking a long text knows
+// without searching the rest of it again.
+int LineKind(QStringView line, int type, bool doubleBlank);
 
 // Reduces a text that starts at an article heading to that article: the text
 // stops before the next heading line, unless that line ends in 。.

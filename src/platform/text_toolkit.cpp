@@ -9,12 +9,16 @@ namespace mj {
 
 QString ReplaceAll(const QString& text, const QString& find, const QString& repl) {
   if (text.isEmpty() || find.isEmpty()) return QString();
+  // Most calls find nothing: the text is then shared, not copied.
+  qsizetype first = text.indexOf(find);
+  if (first < 0) return text;
   QString out;
   out.reserve(text.size());
   Breather breathe;
   qsizetype from = 0;
   for (;;) {
-    const qsizetype p = text.indexOf(find, from);
+    const qsizetype p = first >= 0 ? first : text.indexOf(find, from);
+    first = -1;
     if (p < 0) break;
     out.append(QStringView(text).mid(from, p - from));
     out.append(repl);
