@@ -28,6 +28,7 @@
 #include "bank/tables.h"
 #include "knowledge/knowledge_window.h"
 #include "law/law_query_window.h"
+#include "law/new_law_window.h"
 #include "law/numerals.h"
 #include "log/log_grid_widget.h"
 #include "papers/find_replace_window.h"
@@ -151,11 +152,7 @@ void Form1::buildMenu() {
   TongJi = item(Help, QStringLiteral("TongJi"), QStringLiteral("做题统计"));
   MmExit = entry(QStringLiteral("MmExit"), QStringLiteral("退出"));
 
-  // Entries whose windows come with later parts of the program stay disabled
-  // until they are wired. Entries that need the data set are wired with
-  // onDataEntry.
-  AddNewLaw->setEnabled(false);
-
+  // Entries that need the data set are wired with onDataEntry.
   onDataEntry(MyConfigMenu, [this] { settingsWindow()->openWindow(); });
   onDataEntry(ShiTi, [this] { openDirectory(DirectoryMode::ShiTi); });
   onDataEntry(CeShi, [this] { openDirectory(DirectoryMode::CeShi); });
@@ -333,7 +330,20 @@ void Form1::restoreBeforeRelatedRun() {
   MSFlexGrid1->setVisible(before.directoryShown);
 }
 
+Form15* Form1::newLawWindow() {
+  if (!form15_) {
+    form15_ = new Form15(env(), this);
+    // The law query shows a new law at once: its tree is read again. The law
+    // files themselves are read afresh whenever they change.
+    connect(form15_, &Form15::lawAdded, this, [this] {
+      if (form6_) form6_->reloadTree();
+    });
+  }
+  return form15_;
+}
+
 void Form1::wireLawQuery() {
+  onDataEntry(AddNewLaw, [this] { newLawWindow()->openWindow(); });
   onDataEntry(FGCX, [this] {
     Form6* f = lawQueryWindow();
     f->entryMode = 1;

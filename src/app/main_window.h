@@ -40,6 +40,7 @@ class Form13;
 class PracticeFrame;
 class Form17;
 class Form18;
+class Form15;
 class Form6;
 class Settings;
 
@@ -87,6 +88,8 @@ class Form1 : public QMainWindow {
   // The knowledge-point window of 知识点管理, created on first use.
   Form17* knowledgeWindow();
   PaperState& paperState() { return paper_; }
+  // The window that adds a new law, created on first use.
+  Form15* newLawWindow();
 
   // Faces of the client area.
   void showStartPage();
@@ -220,6 +223,7 @@ class Form1 : public QMainWindow {
   Form9* form9_ = nullptr;
   Form17* form17_ = nullptr;
   PaperState paper_;
+  Form15* form15_ = nullptr;
   DbfTable lawNames_;  // kept open from the start: the law-name table is readable
   QList<Notice> notices_;
   NewsDownload* news_ = nullptr;

@@ -255,6 +255,8 @@ void Form6::loadTree(LawTreeOrder order) {
   buildTree();
 }
 
+void Form6::reloadTree() { loadTree(query_.order); }
+
 void Form6::showKeypad(bool visible) {
   if (visible) {
     if (!keypad_)

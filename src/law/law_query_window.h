@@ -66,6 +66,10 @@ class Form6 : public QWidget {
   // Shows the window maximised, as it comes back after a run.
   void showAgain();
 
+  // Reads the law tree of the current order again from its file: a law was
+  // added to the trees meanwhile.
+  void reloadTree();
+
   // Shows the state of the query.
   void render();
 
