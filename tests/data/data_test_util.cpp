@@ -1,6 +1,7 @@
 #include "data_test_util.h"
 
 #include <QDirIterator>
+#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -30,6 +31,19 @@ QStringList DemoTextFiles() {
     out.append(rel);
   }
   out.sort();
+  return out;
+}
+
+QList<RealLaw> RealLawsOfTheList() {
+  QList<RealLaw> out;
+  if (test::RealDataDir().isEmpty()) return out;
+  QFile f(QStringLiteral(MJ_SOURCE_DIR "/data/laws.txt"));
+  EXPECT_TRUE(f.open(QIODevice::ReadOnly));
+  for (const QString& line : QString::fromUtf8(f.readAll()).split(u'\n')) {
+    const QStringList fields = line.trimmed().split(u'|');
+    if (line.startsWith(u'#') || fields.size() != 7) continue;
+    out.append({fields[1], fields[3].toInt(), fields[4].at(0), fields[5], fields[6].split(u'+')});
+  }
   return out;
 }
 

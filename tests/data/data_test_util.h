@@ -30,6 +30,18 @@ struct LawFile {
 // The laws of dbf\33.mmd with their texts.
 QList<LawFile> DemoLaws();
 
+// The real statutes of the law list data/laws.txt (lines with a Markdown
+// source), as the demonstration folder holds them: none when the real data
+// folder is absent, since the build then leaves them out.
+struct RealLaw {
+  QString title;       // with 《》
+  int paper = 0;       // 1..3
+  QChar letter;        // A..Z
+  QString klass;       // 宪法, 民法, ...
+  QStringList sources;  // Markdown files below the real data folder
+};
+QList<RealLaw> RealLawsOfTheList();
+
 // The heading of article n as it stands at the start of a line of a law of
 // that type, indent included: "　　第十二条", "　　十二、", "　　12．", spelled
 // with the program's numerals.

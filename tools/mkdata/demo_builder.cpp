@@ -16,10 +16,12 @@
 #include "knowledge/forum_data.h"
 #include "law/citations.h"
 #include "law/law_text.h"
+#include "law/new_law.h"
 #include "law/numerals.h"
 #include "law_rules.h"
 #include "pictures.h"
 #include "platform/dbftable.h"
+#include "platform/messagebox.h"
 #include "platform/sql_database.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
@@ -46,6 +48,11 @@ struct Law {
   QChar letter;
   int articles = 0;
   QString text;  // the program's file: CR LF lines, indented
+  // A real statute: its Markdown files below the real data folder, in order.
+  // It has no bank (code "-") and comes in through the program's own
+  // clean-up and adding of a new law.
+  QStringList sources;
+  bool real() const { return !sources.isEmpty(); }
 };
 
 struct Question {
@@ -92,7 +99,8 @@ bool GbkSafe(const QString& s) { return mj::FromGbk(mj::ToGbk(s)) == s; }
 
 class Builder {
  public:
-  Builder(const QString& data, const QString& out, QStringList* errors) : data_(data), out_(out), errors_(errors) {}
+  Builder(const QString& data, const QString& out, const QString& real, QStringList* errors, QStringList* notes)
+      : data_(data), out_(out), real_(real), errors_(errors), notes_(notes) {}
 
   bool run() {
     if (QDir(out_).exists() && !QDir(out_).isEmpty()) {
@@ -113,6 +121,7 @@ class Builder {
     writeBankFiles();
     writeTables();
     writeTrees();
+    addRealLaws();
     copyTexts(QStringLiteral("ini"), QStringLiteral("ini"));
     copyTexts(QStringLiteral("readme"), QStringLiteral("readme"));
     copyTexts(QStringLiteral("法律文书"), QStringLiteral("法律文书"));
@@ -172,11 +181,13 @@ class Builder {
     const QString src = QStringLiteral("laws.txt");
     QStringList lines;
     if (!readSource(src, &lines)) return;
+    const bool haveReal = !real_.isEmpty() && QDir(real_).exists();
+    int skipped = 0;
     for (int i = 0; i < lines.size(); ++i) {
       if (isCommentOrBlank(lines[i])) continue;
       const QStringList f = lines[i].split(u'|');
-      if (f.size() != 6) {
-        fault(src, i + 1, QStringLiteral("应有6个以“|”分隔的字段"));
+      if (f.size() != 6 && f.size() != 7) {
+        fault(src, i + 1, QStringLiteral("应有6个（真实法律7个）以“|”分隔的字段"));
         continue;
       }
       Law law;
@@ -186,9 +197,13 @@ class Builder {
       law.paper = f[3].trimmed().toInt();
       law.letter = f[4].trimmed().isEmpty() ? QChar() : f[4].trimmed()[0];
       law.klass = f[5].trimmed();
+      if (f.size() == 7) law.sources = f[6].trimmed().split(u'+', Qt::SkipEmptyParts);
       static const QRegularExpression code(QStringLiteral("^[1-9][0-9]{4}$"));
       static const QRegularExpression title(QStringLiteral("^《[^《》]+》$"));
-      if (!code.match(law.code).hasMatch()) fault(src, i + 1, QStringLiteral("题库代码应为不以0开头的五位数字"));
+      if (law.real() ? law.code != u"-" : !code.match(law.code).hasMatch())
+        fault(src, i + 1,
+              law.real() ? QStringLiteral("真实法律没有题库，代码应为“-”")
+                         : QStringLiteral("题库代码应为不以0开头的五位数字"));
       if (!title.match(law.title).hasMatch()) fault(src, i + 1, QStringLiteral("标题应带书名号"));
       if (law.type < 1 || law.type > 3) fault(src, i + 1, QStringLiteral("条文类型应为1、2或3"));
       if (law.paper < 1 || law.paper > 3) fault(src, i + 1, QStringLiteral("试卷应为1、2或3"));
@@ -197,11 +212,26 @@ class Builder {
       if (!kClasses.contains(law.klass)) fault(src, i + 1, QStringLiteral("未知的类别"));
       law.name = law.title.mid(1, law.title.size() - 2);
       for (const Law& other : laws_)
-        if (other.code == law.code || other.title == law.title) fault(src, i + 1, QStringLiteral("题库代码或标题重复"));
-      loadLawText(&law);
+        if ((!law.real() && other.code == law.code) || other.title == law.title)
+          fault(src, i + 1, QStringLiteral("题库代码或标题重复"));
+      if (law.real()) {
+        // Without the real data the real statutes are left out.
+        if (!haveReal) {
+          ++skipped;
+          continue;
+        }
+        for (const QString& md : law.sources)
+          if (!QFileInfo::exists(real_ + u'/' + md)) fault(src, i + 1, QStringLiteral("没有文件%1").arg(real_ + u'/' + md));
+      } else {
+        loadLawText(&law);
+      }
       laws_.append(law);
     }
     if (laws_.isEmpty()) fault(src, 0, QStringLiteral("没有法律"));
+    if (skipped > 0)
+      notes_->append(QStringLiteral("没有真实数据文件夹%1，%2部真实法律没有放入示例数据。")
+                         .arg(real_.isEmpty() ? QStringLiteral("（未指定）") : real_)
+                         .arg(skipped));
   }
 
   void loadLawText(Law* law) {
@@ -646,7 +676,67 @@ class Builder {
   }
 
   void writeLaws() {
-    for (const Law& law : laws_) writeText(QStringLiteral("lawtxt/") + law.name + QStringLiteral(".mmd"), law.text);
+    for (const Law& law : laws_)
+      if (!law.real()) writeText(QStringLiteral("lawtxt/") + law.name + QStringLiteral(".mmd"), law.text);
+  }
+
+  // The real statutes come in as a user adds a law: their Markdown through
+  // the clean-up and the check, then the law file and the three trees, under
+  // their paper, letter and class. They are added last first, as each new law
+  // goes to the top of its group, so that the groups list them in list order.
+  void addRealLaws() {
+    for (qsizetype i = laws_.size() - 1; i >= 0; --i) {
+      const Law& law = laws_[i];
+      if (law.real()) addRealLaw(law);
+    }
+  }
+
+  void addRealLaw(const Law& law) {
+    const QString src = QStringLiteral("laws.txt: ") + law.title;
+    QStringList parts;
+    for (const QString& md : law.sources) {
+      QFile f(real_ + u'/' + md);
+      if (!f.open(QIODevice::ReadOnly)) {
+        fault(src, 0, QStringLiteral("无法读取%1").arg(f.fileName()));
+        return;
+      }
+      parts << QString::fromUtf8(f.readAll());
+    }
+    mj::ScriptedBoxes boxes;
+    mj::Env env;
+    env.root = out_;
+    env.boxes = &boxes;
+    mj::NewLawWizard wizard(env);
+    const QString text = mj::JoinMarkdownParts(parts);
+    wizard.view = text;
+    wizard.clean();
+    if (!wizard.checked) {
+      // The check names an article spelled the textbook way (民法典 第一千零一十条);
+      // the heading is respelled as a user would respell it, and cleaned again.
+      boxes.clear();
+      wizard.view = mj::RespellArticleHeads(text);
+      wizard.clean();
+    }
+    const QList<mj::BoxRecord> cleaned = boxes.take();
+    if (!wizard.checked || cleaned.size() != 2 || cleaned[0].text != mj::DetectedTypeText(law.type)) {
+      fault(src, 0,
+            QStringLiteral("整理没有通过：%1").arg(cleaned.isEmpty() ? QString() : cleaned.last().text));
+      return;
+    }
+    wizard.classify();
+    wizard.setCombo(1, mj::PaperChoices()[law.paper - 1]);
+    wizard.setCombo(2, mj::LetterChoices()[law.letter.unicode() - u'A']);
+    wizard.setCombo(3, mj::ClassChoices()[kClasses.indexOf(law.klass)]);
+    wizard.setTitle(law.title);
+    boxes.answer(mj::box::Yes);
+    if (!wizard.enabled[3] || !wizard.add()) {
+      const QList<mj::BoxRecord> shown = boxes.take();
+      fault(src, 0, QStringLiteral("没有加入：%1").arg(shown.isEmpty() ? QString() : shown.last().text));
+      return;
+    }
+    const int detected = mj::GetLawTextType(wizard.view);
+    if (detected != law.type)
+      fault(src, 0, QStringLiteral("程序会把本文本识别为类型%1，而法律表中写的是%2").arg(detected).arg(law.type));
   }
 
   void writeBankFiles() {
@@ -700,6 +790,7 @@ class Builder {
       mj::DbfTable t = mj::DbfTable::create(out_ + QStringLiteral("/dbf/33.mmd"), mj::tables::LawNameFields());
       if (checkTable(t))
         for (const Law& law : laws_) {
+          if (law.real()) continue;  // no bank, no row: as a law the user adds
           const int r = t.appendRow();
           if (r < 0 || !t.setText(r, QStringLiteral("lawname"), law.title) ||
               !t.setText(r, QStringLiteral("filename"), QStringLiteral("\\yibanti\\") + law.code))
@@ -773,7 +864,9 @@ class Builder {
   static QString fileLine(const Law& law) { return mjtools::TreeFileLine(law.name); }
 
   // The law tree files. A group heading gets the file line of its first law
-  // in front, so that even the heading's tag names a law that exists.
+  // in front, so that even the heading's tag names a law that exists. The
+  // groups are those of every law; the real statutes are entered into them
+  // afterwards (addRealLaws), as the program enters a new law.
   void writeTrees() {
     QString byPaper;
     for (int p = 1; p <= 3; ++p) {
@@ -782,12 +875,14 @@ class Builder {
         if (l.paper == p) group.append(&l);
       if (group.isEmpty()) continue;
       byPaper += fileLine(*group[0]) + kPaperGroups[p - 1] + kCrLf;
-      for (const Law* l : group) byPaper += fileLine(*l) + QStringLiteral("    ") + l->title + kCrLf;
+      for (const Law* l : group)
+        if (!l->real()) byPaper += fileLine(*l) + QStringLiteral("    ") + l->title + kCrLf;
     }
     writeText(QStringLiteral("ini/shijuan.mmd"), byPaper);
 
     QList<const Law*> sorted;
-    for (const Law& l : laws_) sorted.append(&l);
+    for (const Law& l : laws_)
+      if (!l.real()) sorted.append(&l);
     std::stable_sort(sorted.begin(), sorted.end(), [](const Law* a, const Law* b) { return a->letter < b->letter; });
     QString byLetter;
     for (const Law* l : sorted) byLetter += fileLine(*l) + l->letter + u' ' + l->title + kCrLf;
@@ -800,7 +895,8 @@ class Builder {
         if (l.klass == k) group.append(&l);
       if (group.isEmpty()) continue;
       byClass += fileLine(*group[0]) + k + kCrLf;
-      for (const Law* l : group) byClass += fileLine(*l) + QStringLiteral("    ") + l->title + kCrLf;
+      for (const Law* l : group)
+        if (!l->real()) byClass += fileLine(*l) + QStringLiteral("    ") + l->title + kCrLf;
     }
     writeText(QStringLiteral("ini/leibie.mmd"), byClass);
   }
@@ -834,8 +930,9 @@ class Builder {
     if (!WritePictures(out_ + QStringLiteral("/ini"), &error)) fault(QStringLiteral("ini"), 0, error);
   }
 
-  QString data_, out_;
+  QString data_, out_, real_;
   QStringList* errors_;
+  QStringList* notes_;
   QList<Law> laws_;
   QList<BankFile> banks_;
   QList<DirRow> dirBanks_, dirPapers_;
@@ -844,9 +941,11 @@ class Builder {
 
 }  // namespace
 
-bool BuildDemo(const QString& dataDir, const QString& outDir, QStringList* errors) {
+bool BuildDemo(const QString& dataDir, const QString& outDir, const QString& realDataDir, QStringList* errors,
+               QStringList* notes) {
   errors->clear();
-  Builder b(dataDir, outDir, errors);
+  QStringList dropped;
+  Builder b(dataDir, outDir, realDataDir, errors, notes ? notes : &dropped);
   return b.run();
 }
 

@@ -1,8 +1,9 @@
 // mkdata: builds the demonstration program folder from the sources in
 // data/ and, when a third argument is given, the data package's archive of
-// that folder.
+// that folder. The real statutes of the law list come from the real data
+// folder; without it they are left out.
 //
-//   mkdata <data folder> <output folder> [<archive file>]
+//   mkdata <data folder> <output folder> [<archive file>] [--realdata=<folder>]
 
 #include <QFile>
 #include <QGuiApplication>
@@ -19,13 +20,22 @@ int main(int argc, char** argv) {
   QTemporaryDir runtime;
   if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
   QGuiApplication app(argc, argv);
-  const QStringList args = app.arguments();
+  QStringList args;
+  QString real;
+  for (const QString& a : app.arguments()) {
+    if (a.startsWith(QStringLiteral("--realdata=")))
+      real = a.mid(11);
+    else
+      args << a;
+  }
   if (args.size() != 3 && args.size() != 4) {
-    std::fprintf(stderr, "用法：mkdata <数据源文件夹> <输出文件夹> [<数据包文件>]\n");
+    std::fprintf(stderr, "用法：mkdata <数据源文件夹> <输出文件夹> [<数据包文件>] [--realdata=<真实数据文件夹>]\n");
     return 2;
   }
-  QStringList errors;
-  if (!mkdata::BuildDemo(args[1], args[2], &errors)) {
+  QStringList errors, notes;
+  const bool built = mkdata::BuildDemo(args[1], args[2], real, &errors, &notes);
+  for (const QString& n : notes) std::fprintf(stdout, "mkdata: %s\n", qUtf8Printable(n));
+  if (!built) {
     for (const QString& e : errors) std::fprintf(stderr, "mkdata: %s\n", qUtf8Printable(e));
     return 1;
   }
