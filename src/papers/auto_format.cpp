@@ -92,6 +92,36 @@ QString NumbersAfterBlanks(const QString& t) {
   return out;
 }
 
+// A mark behind one of the given characters replaced, for every pair of
+// character and mark: A， A, A。 ... D。 become A． ... D．, or 0、 ... 9、
+// become 0． ... 9．. One walk gives what one replacement per pair gives: a
+// match is two characters, the first never a mark, and the new mark ．is
+// none of the marks searched, so no replacement makes or breaks another.
+QString MarkBehind(const QString& t, const QString& firsts, const QString& marks) {
+  QString out = t;
+  for (qsizetype i = 1; i < out.size(); ++i)
+    if (marks.contains(out.at(i)) && firsts.contains(out.at(i - 1))) out[i] = kPoint.at(0);
+  return out;
+}
+
+// A list entry such as 12．A is an answer: digit ．letter becomes digit ．答案
+// letter. One walk for the same reason: the inserted 答案 holds no digit, no ．
+// and no letter A to D.
+QString ListEntriesAsAnswers(const QString& t) {
+  static const QString letters = QStringLiteral("ABCD");
+  QString out;
+  out.reserve(t.size() + t.size() / 32);
+  qsizetype from = 0;
+  for (qsizetype p = t.indexOf(kPoint); p >= 0; p = t.indexOf(kPoint, p + 1)) {
+    if (p == 0 || p + 1 >= t.size() || !IsDigit(t.at(p - 1)) || !letters.contains(t.at(p + 1))) continue;
+    out += QStringView(t).mid(from, p + 1 - from);
+    out += QStringLiteral("答案");
+    from = p + 1;
+  }
+  out += QStringView(t).mid(from);
+  return out;
+}
+
 struct ArticleNumerals {
   QHash<QString, int> value;  // numeral of n -> n, n = 1 .. 500
   QString chars;              // every character those numerals use
@@ -200,10 +230,8 @@ QString AutoFormat(const QString& text) {
 
   // Marks unified before the joiner, options split only behind it, or each
   // option would be joined into its neighbour again.
-  for (const QChar l : letters)
-    for (const QString& m : {QStringLiteral("，"), QStringLiteral(","), QStringLiteral("。")})
-      t = ReplaceAll(t, l + m, l + kPoint);
-  for (char16_t d = u'0'; d <= u'9'; ++d) t = ReplaceAll(t, QChar(d) + QStringLiteral("、"), QChar(d) + kPoint);
+  t = MarkBehind(t, letters, QStringLiteral("，,。"));
+  t = MarkBehind(t, QStringLiteral("0123456789"), QStringLiteral("、"));
   t = JoinBrokenLines(t);
   for (const QChar l : letters) t = ReplaceAll(t, l + QStringLiteral("、"), kCrLf + l + kPoint);
   for (const QChar l : letters) t = ReplaceAll(t, l + kPoint, kCrLf + l + kPoint);
@@ -212,11 +240,8 @@ QString AutoFormat(const QString& text) {
   t = Collapse(t, kCrLf2, kCrLf);
   t = UCase(t);
 
-  // A list entry such as 12．A is an answer; option markers are safe, as
-  // they stand at the start of a line by now.
-  for (char16_t d = u'0'; d <= u'9'; ++d)
-    for (const QChar l : letters)
-      t = ReplaceAll(t, QChar(d) + kPoint + l, QChar(d) + kPoint + QStringLiteral("答案") + l);
+  // Option markers are safe here, as they stand at the start of a line by now.
+  t = ListEntriesAsAnswers(t);
   t = ReplaceAll(t, QStringLiteral("注解"), QStringLiteral("注释"));
   // The long forms become the bare words before the words become tags.
   static const QList<std::pair<QString, QString>> forms = {

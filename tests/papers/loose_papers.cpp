@@ -43,7 +43,7 @@ const QStringList kLaws = {QStringLiteral("《刑诉》"),     QStringLiteral("�
 
 QString Sentence(std::mt19937& rng) {
   QString s;
-  const int n = 1 + Pick(rng, 3);
+  const int n = 4 + Pick(rng, 3);
   for (int i = 0; i < n; ++i) {
     if (i) s += OneOf(rng, QStringList{QStringLiteral("，"), QStringLiteral(","), QStringLiteral("；"), QStringLiteral("、")});
     s += OneOf(rng, kPieces);
