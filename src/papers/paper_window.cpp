@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "papers/auto_format.h"
 #include "papers/check_result_window.h"
 #include "papers/find_replace_window.h"
 #include "papers/pair_list_window.h"
@@ -73,13 +74,11 @@ Form10::Form10(const Env& env, PaperState& state, QWidget* parent)
   FileLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
   outer->addWidget(FileLabel);
 
-  // The automatic conversion comes with its own part of the program; until
-  // it is there the button stays off.
-  Command1[1]->setEnabled(false);
   Command1[4]->setEnabled(false);
 
   connect(RichTextBox1, &QPlainTextEdit::textChanged, this, [this] { Command1[4]->setEnabled(false); });
   connect(Command1[0], &QPushButton::clicked, this, &Form10::runCheck);
+  connect(Command1[1], &QPushButton::clicked, this, &Form10::autoFormat);
   connect(Command1[2], &QPushButton::clicked, this, [this] {
     findWindow()->openFor(kFindFromPaper, RichTextBox1, this, SelectionForFind);
   });
@@ -162,6 +161,17 @@ Form14* Form10::practiceWindow() {
 }
 
 void Form10::showWindowHelp() { Label1->setText(helpText()); }
+
+void Form10::autoFormat() {
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  Label1->setText(QStringLiteral("正在进行格式转换，请稍候……"));
+  repaint();
+  const QString converted = AutoFormat(paperText());
+  // A new text is a change: 开始做题 waits for the next check.
+  setPaperText(converted);
+  QApplication::restoreOverrideCursor();
+  Label1->setText(QStringLiteral("转换完成，请检验一下合法性。"));
+}
 
 void Form10::runCheck() {
   Command1[4]->setEnabled(true);

@@ -48,6 +48,9 @@ class Form10 : public QWidget {
 
   // 检验格式: the check, its report in Form11.
   void runCheck();
+  // 试一下自动转换: the text rewritten into the layout of a paper as far as
+  // the fixed rules can, under the hourglass; the user is told to check it.
+  void autoFormat();
   // 保存一下: the text written in the paper's own encoding, where
   // ChoosePaperSaveName says (papers/paper_folder.h): over the paper in the
   // folder of papers after the question whether to overwrite (asked once),

@@ -28,6 +28,7 @@
 #include "platform/textfile.h"
 #include "support/printers.h"
 #include "support/test_env.h"
+#include "support/window_checks.h"
 
 namespace mj {
 namespace {
@@ -106,14 +107,14 @@ TEST_F(NewLawEndToEnd, TheFiveStepsAndTheLawInTheLawQueryAtOnce) {
   EXPECT_LE(w->width(), 1024);
   EXPECT_LE(w->height(), 768);
   EXPECT_LE(w->minimumSizeHint().width(), 1024);
-  shot(w, u"new_law_0_help"_qs);
+  test::CheckOnScreen(w, test::kSmallScreen, u"new_law_0_help"_qs);
 
   // 1: open.
   t->dialogs.answer(source);
   QTest::mouseClick(w->Command1[0], Qt::LeftButton);
   EXPECT_TRUE(w->RichTextBox1->toPlainText().startsWith(u"中华人民共和国仲裁法"_qs));
   EXPECT_TRUE(t->boxes.take().isEmpty());
-  shot(w, u"new_law_1_opened"_qs);
+  test::CheckOnScreen(w, test::kSmallScreen, u"new_law_1_opened"_qs);
 
   // 2: clean.
   QTest::mouseClick(w->Command1[1], Qt::LeftButton);
@@ -123,7 +124,7 @@ TEST_F(NewLawEndToEnd, TheFiveStepsAndTheLawInTheLawQueryAtOnce) {
   EXPECT_EQ(boxes[1].text, CheckOkText(articles));
   EXPECT_TRUE(w->Command1[2]->isEnabled());
   EXPECT_TRUE(w->RichTextBox1->toPlainText().contains(u"\n　　第一条 "_qs));
-  shot(w, u"new_law_2_cleaned"_qs);
+  test::CheckOnScreen(w, test::kSmallScreen, u"new_law_2_cleaned"_qs);
 
   // 3: classify, by keyboard.
   QTest::mouseClick(w->Command1[2], Qt::LeftButton);
@@ -141,7 +142,8 @@ TEST_F(NewLawEndToEnd, TheFiveStepsAndTheLawInTheLawQueryAtOnce) {
   w->Text1->selectAll();
   Type(w->Text1, u"《仲裁法》"_qs);
   EXPECT_TRUE(w->Command1[3]->isEnabled());
-  shot(w, u"new_law_3_classified"_qs);
+  test::CheckOnScreens(w, u"new_law_3_classified"_qs);
+  test::ShowOnScreen(w, test::TestScreen(test::kSmallScreen));
 
   // 4: add. A title that names a law already there is refused when the real
   // statutes ship; the full title is new.
@@ -162,7 +164,7 @@ TEST_F(NewLawEndToEnd, TheFiveStepsAndTheLawInTheLawQueryAtOnce) {
   EXPECT_EQ(boxes[0].title, u"请你确认"_qs);
   EXPECT_EQ(boxes[1].title, u"完成"_qs);
   ASSERT_TRUE(LawFileExists(t->env, u"中华人民共和国仲裁法"_qs));
-  shot(w, u"new_law_4_added"_qs);
+  test::CheckOnScreen(w, test::kSmallScreen, u"new_law_4_added"_qs);
 
   // 5: back.
   QTest::mouseClick(w->Command1[4], Qt::LeftButton);

@@ -10,6 +10,8 @@
 #include "law/line_joiner.h"
 #include "papers/auto_format_literal.h"
 #include "papers/loose_papers.h"
+#include "papers/paper_check.h"
+#include "papers_fixture.h"
 #include "platform/textfile.h"
 #include "support/printers.h"
 #include "support/test_env.h"
@@ -231,6 +233,25 @@ TEST(AutoFormat, TheRealQuestionsAsALoosePaper) {
   }
   EXPECT_EQ(whole, 496);
   EXPECT_EQ(torn, expectedTorn);
+
+  // The check of the converted paper: every question passes on its own, and
+  // the counts show the four torn ones, 2 option markers and 2 answer tags
+  // too many: 501 questions by their markers, 502 answers.
+  test::TestEnv te;
+  test::WriteStandardLawList(te);
+  PaperState state;
+  const PaperCheckResult check = RunPaperCheck(te.env, converted, state);
+  QFile expected(QStringLiteral(MJ_SOURCE_DIR) + u"/tests/papers/data/lawbench-3-6-report.txt"_qs);
+  ASSERT_TRUE(expected.open(QIODevice::ReadOnly));
+  const QString report = QString::fromUtf8(expected.readAll());
+  if (check.report != report) {
+    QFile got(test::OutputDir() + u"/lawbench-3-6-report.txt"_qs);
+    if (got.open(QIODevice::WriteOnly)) got.write(check.report.toUtf8());
+  }
+  EXPECT_EQ(check.report, report) << "the report as it came is in the test output folder";
+  EXPECT_FALSE(check.passed);
+  EXPECT_TRUE(check.report.contains(u"共有501道单选题，502个答案。"_qs));
+  EXPECT_EQ(check.report.count(u"题：通过检验。"_qs), 500);
 }
 
 // ---- The line joiner as the conversion uses it ------------------------------------

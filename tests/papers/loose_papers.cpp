@@ -191,7 +191,7 @@ QList<RealQuestion> RealQuestions(const QString& jsonPath) {
 }
 
 QString RealLoosePaper(const QList<RealQuestion>& questions, int firstNumber) {
-  QString p;
+  QString p = QStringLiteral("一、单项选择题") + CrLf;
   for (int i = 0; i < questions.size(); ++i) {
     const RealQuestion& r = questions[i];
     p += QString::number(firstNumber + i) + QStringLiteral("、") + r.stem + CrLf;

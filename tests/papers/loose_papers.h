@@ -26,7 +26,8 @@ struct RealQuestion {
 };
 // The questions of lawbench-3-6.json; empty when the file is absent.
 QList<RealQuestion> RealQuestions(const QString& jsonPath);
-// Written as a loose paper: n、stem, A、..., D、..., 答案：X, each line ended by CR LF.
+// Written as a loose paper of single-choice questions: the heading
+// 一、单项选择题, then n、stem, A、..., D、..., 答案：X, each line ended by CR LF.
 QString RealLoosePaper(const QList<RealQuestion>& questions, int firstNumber = 1);
 
 }  // namespace mj::test
