@@ -7,6 +7,7 @@
 #include "law/law_text.h"
 #include "law/numerals.h"
 #include "platform/paths.h"
+#include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 
 namespace mj {
@@ -55,33 +56,7 @@ bool LawFileExists(const Env& env, const QString& name) {
   return IsPlainLawName(name) && FileExists(LawFilePath(env, name));
 }
 
-QString ReadLawFile(const QString& path) {
-  const QString raw = ReadText(path);
-  // Lone CR or LF become CR LF; most files need no change at all.
-  bool clean = true;
-  for (qsizetype i = 0; i < raw.size() && clean; ++i) {
-    const QChar c = raw.at(i);
-    if (c == u'\r')
-      clean = i + 1 < raw.size() && raw.at(i + 1) == u'\n';
-    else if (c == u'\n')
-      clean = i > 0 && raw.at(i - 1) == u'\r';
-  }
-  if (clean) return raw;
-  QString out;
-  out.reserve(raw.size() + raw.size() / 16);
-  for (qsizetype i = 0; i < raw.size(); ++i) {
-    const QChar c = raw.at(i);
-    if (c == u'\r') {
-      out += QStringLiteral("\r\n");
-      if (i + 1 < raw.size() && raw.at(i + 1) == u'\n') ++i;
-    } else if (c == u'\n') {
-      out += QStringLiteral("\r\n");
-    } else {
-      out += c;
-    }
-  }
-  return out;
-}
+QString ReadLawFile(const QString& path) { return WithCrLf(ReadText(path)); }
 
 namespace {
 

@@ -25,24 +25,6 @@ namespace {
 const QString kCrLf2 = QStringLiteral("\r\n\r\n");
 const QString kBlank = QStringLiteral(" ");
 
-// Lone CR or LF become CR LF.
-QString CrLfLineEnds(const QString& raw) {
-  QString out;
-  out.reserve(raw.size() + raw.size() / 16);
-  for (qsizetype i = 0; i < raw.size(); ++i) {
-    const QChar c = raw.at(i);
-    if (c == u'\r') {
-      out += kCrLf;
-      if (i + 1 < raw.size() && raw.at(i + 1) == u'\n') ++i;
-    } else if (c == u'\n') {
-      out += kCrLf;
-    } else {
-      out += c;
-    }
-  }
-  return out;
-}
-
 // The bytes as UTF-8 when they are valid UTF-8 throughout, else as GBK when
 // they are valid GBK; nothing when they are neither.
 std::optional<QString> DecodeOutsideText(QByteArray bytes) {
@@ -213,8 +195,8 @@ QString ReadNewLawSource(const QString& path, QString* error) {
                 QStringLiteral("不是文本文件（既不是GBK编码，也不是UTF-8编码的文字），没有打开。"));
   const QString suffix = info.suffix().toLower();
   if (suffix == u"md" || suffix == u"markdown") return MarkdownToPlainText(*text);
-  if (suffix == u"htm" || suffix == u"html") return CrLfLineEnds(PlainBlanks(HtmlToPlainText(*text)));
-  return CrLfLineEnds(PlainBlanks(*text));
+  if (suffix == u"htm" || suffix == u"html") return WithCrLf(PlainBlanks(HtmlToPlainText(*text)));
+  return WithCrLf(PlainBlanks(*text));
 }
 
 QString RespellArticleHeads(const QString& text) {

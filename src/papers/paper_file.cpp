@@ -1,6 +1,7 @@
 #include "papers/paper_file.h"
 
 
+#include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 
 namespace mj {
@@ -83,25 +84,6 @@ QByteArray EncodePaper(const QString& text, PaperEncoding encoding) {
       break;
   }
   return ToGbk(text);
-}
-
-QString WithCrLf(const QString& text) {
-  if (!text.contains(u'\n') && !text.contains(u'\r')) return text;
-  QString out;
-  out.reserve(text.size() + text.size() / 16);
-  const qsizetype n = text.size();
-  for (qsizetype i = 0; i < n; ++i) {
-    const QChar c = text.at(i);
-    if (c == u'\r') {
-      out.append(u"\r\n");
-      if (i + 1 < n && text.at(i + 1) == u'\n') ++i;
-    } else if (c == u'\n') {
-      out.append(u"\r\n");
-    } else {
-      out.append(c);
-    }
-  }
-  return out;
 }
 
 PaperFile ReadPaper(const QString& path) {

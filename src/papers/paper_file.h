@@ -30,9 +30,6 @@ QString DecodePaper(const QByteArray& bytes, PaperEncoding encoding);
 // The text encoded for writing (with the byte order mark for Utf8Bom).
 QByteArray EncodePaper(const QString& text, PaperEncoding encoding);
 
-// Every line end (CR LF, a lone CR, a lone LF) as CR LF.
-QString WithCrLf(const QString& text);
-
 struct PaperFile {
   bool ok = false;  // false: the file is missing or could not be read
   QString text;     // CR LF line ends

@@ -29,6 +29,32 @@ QString ReplaceAll(const QString& text, const QString& find, const QString& repl
   return out;
 }
 
+QString WithCrLf(const QString& text) {
+  bool clean = true;
+  for (qsizetype i = 0; i < text.size() && clean; ++i) {
+    const QChar c = text.at(i);
+    if (c == u'\r')
+      clean = i + 1 < text.size() && text.at(i + 1) == u'\n';
+    else if (c == u'\n')
+      clean = i > 0 && text.at(i - 1) == u'\r';
+  }
+  if (clean) return text;
+  QString out;
+  out.reserve(text.size() + text.size() / 16);
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    const QChar c = text.at(i);
+    if (c == u'\r') {
+      out += QStringLiteral("\r\n");
+      if (i + 1 < text.size() && text.at(i + 1) == u'\n') ++i;
+    } else if (c == u'\n') {
+      out += QStringLiteral("\r\n");
+    } else {
+      out += c;
+    }
+  }
+  return out;
+}
+
 QString ReplaceString(const QString& s, const QString& find, const QString& repl) {
   if (find.isEmpty()) return s;
   const qsizetype p = s.indexOf(find);

@@ -62,6 +62,10 @@ QString FirstValueOf(const QString& fileText);
 // reader takes it back (FirstValueOf).
 bool WriteQuotedValue(const QString& path, const QString& text);
 
+// Every line end (CR LF, a lone CR, a lone LF) as CR LF; the text itself,
+// not a copy, when it has no other line ends.
+QString WithCrLf(const QString& text);
+
 // A text of the program (CR LF line ends) as a text box shows it (LF line
 // ends), and a text box's text back with CR LF line ends.
 QString ShownText(const QString& text);

@@ -16,6 +16,7 @@
 #include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 #include "platform/vbtext.h"
+#include "support/literal_joiner.h"
 #include "support/printers.h"
 #include "support/test_env.h"
 
@@ -25,28 +26,6 @@ namespace {
 QString Lines(const QStringList& lines) { return lines.join(u"\r\n"_qs) + u"\r\n"_qs; }
 
 // ---- The line joiner -------------------------------------------------------------
-
-// The joiner written out as its rules read: a fresh copy of the rest of the
-// text for every heading test.
-QString LiteralJoin(const QString& text) {
-  QString t = Trim(text);
-  if (Len(t) > 2 && Left(t, 2) == kCrLf) t = Mid(t, 3);
-  qsizetype i = InStr(t, kCrLf);
-  if (i <= 1) return QString();
-  QString out;
-  while (i >= 2) {
-    const QString line = Trim(Left(t, i - 1));
-    t = Mid(t, i + 2);
-    if (!line.isEmpty()) {
-      if (InStr(u"。：；:;"_qs, Right(line, 1)) > 0 || LineKind(t, 1) >= 1 || LineKind(t, 2) >= 1 || LineKind(t, 3) >= 1)
-        out += line + kCrLf;
-      else
-        out += line;
-    }
-    i = InStr(t, kCrLf);
-  }
-  return out;
-}
 
 TEST(JoinBrokenLines, ATextWithoutFinalLineEndLosesItsLastLine) {
   EXPECT_EQ(JoinBrokenLines(u"第一条 甲。\r\n第二条 乙。"_qs), u"第一条 甲。\r\n"_qs);
@@ -97,14 +76,14 @@ TEST(JoinBrokenLines, GivesWhatItsRulesWrittenOutGive) {
     QString t;
     const int n = static_cast<int>(rng() % 12);
     for (int k = 0; k < n; ++k) t += pieces[rng() % pieces.size()] + (rng() % 5 ? u"\r\n"_qs : QString());
-    ASSERT_EQ(JoinBrokenLines(t), LiteralJoin(t)) << t.toStdString();
+    ASSERT_EQ(JoinBrokenLines(t), test::LiteralJoinBrokenLines(t)) << t.toStdString();
   }
   const QString real = test::RealDataDir();
   if (real.isEmpty()) return;
   for (const QString& f : {u"宪法.md"_qs, u"刑事诉讼法.md"_qs, u"仲裁法.md"_qs}) {
     QString error;
     const QString text = ReadNewLawSource(real + u"/laws-md/"_qs + f, &error);
-    ASSERT_EQ(JoinBrokenLines(text), LiteralJoin(text)) << f.toStdString();
+    ASSERT_EQ(JoinBrokenLines(text), test::LiteralJoinBrokenLines(text)) << f.toStdString();
   }
 }
 

@@ -2,7 +2,6 @@
 
 #include <QStringList>
 
-#include "law/law_text.h"
 #include "law/line_joiner.h"
 #include "law/numerals.h"
 #include "platform/text_toolkit.h"
@@ -210,30 +209,6 @@ QList<Step> MakeSteps() {
 }
 
 }  // namespace
-
-QString JoinBrokenLines(const QString& text) {
-  QString t = Trim(text);
-  if (Len(t) > 2 && Left(t, 2) == CrLf) t = Mid(t, 3);
-  qsizetype i = InStr(t, CrLf);
-  if (i == 1 || i == 0) return QString();
-  QString out;
-  while (i >= 2) {
-    const QString line = Trim(Left(t, i - 1));
-    t = Mid(t, i + 2);
-    if (!line.isEmpty()) {
-      const QString last = Right(line, 1);
-      if (InStr(QStringLiteral("。：；:;"), last) > 0) {
-        out += line + CrLf;
-      } else if (LineKind(t, 1) >= 1 || LineKind(t, 2) >= 1 || LineKind(t, 3) >= 1) {
-        out += line + CrLf;
-      } else {
-        out += line;
-      }
-    }
-    i = InStr(t, CrLf);
-  }
-  return out;
-}
 
 QString FormatReplace(const QString& text, const QString& word) {
   QString t = text;

@@ -11,10 +11,6 @@
 
 namespace mj::literal {
 
-// The line joiner written out with a fresh copy of the rest of the text for
-// every heading test, as it reads.
-QString JoinBrokenLines(const QString& text);
-
 QString FormatReplace(const QString& text, const QString& word);
 
 // The 37 steps, in order; steps[i] is step i + 1.

@@ -11,6 +11,7 @@
 #include "papers/auto_format_literal.h"
 #include "papers/loose_papers.h"
 #include "papers/paper_check.h"
+#include "support/literal_joiner.h"
 #include "papers_fixture.h"
 #include "platform/textfile.h"
 #include "support/printers.h"
@@ -260,7 +261,7 @@ TEST(JoinBrokenLines, GivesWhatItsRulesWrittenOutGiveOnGeneratedPapers) {
   std::mt19937 rng(77);
   for (int i = 0; i < 200; ++i) {
     const QString paper = test::LoosePaper(rng, 1 + static_cast<int>(rng() % 20));
-    ASSERT_EQ(JoinBrokenLines(paper), literal::JoinBrokenLines(paper)) << paper.toStdString();
+    ASSERT_EQ(JoinBrokenLines(paper), test::LiteralJoinBrokenLines(paper)) << paper.toStdString();
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/text_toolkit.h"
 #include "platform/textfile.h"
 #include "support/printers.h"
 #include "support/test_env.h"
