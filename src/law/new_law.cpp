@@ -428,8 +428,14 @@ void NewLawWizard::setView(const QString& text) {
 }
 
 void NewLawWizard::start() {
+  // Every opening of the window starts afresh.
+  const auto onSelectKept = std::move(onSelect);
+  const int version = viewVersion;
+  *this = NewLawWizard(env_);
+  onSelect = onSelectKept;
+  viewVersion = version;
   const QString help = env_.path(kNewLawHelpFile);
-  if (FileExists(help)) setView(ReadLawFile(help));
+  setView(FileExists(help) ? ReadLawFile(help) : QString());
 }
 
 bool NewLawWizard::open() {

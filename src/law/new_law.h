@@ -146,7 +146,8 @@ class NewLawWizard {
   std::function<void(qsizetype start, qsizetype length)> onSelect;
 
   // ---- Actions -------------------------------------------------------------
-  // The window opens: the help text goes into the view.
+  // The window opens: every step starts afresh, and the help text goes into
+  // the view.
   void start();
   // The user edited the view.
   void editView(const QString& text) { view = text; }

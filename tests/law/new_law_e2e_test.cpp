@@ -205,6 +205,26 @@ TEST_F(NewLawEndToEnd, TheFiveStepsAndTheLawInTheLawQueryAtOnce) {
   EXPECT_TRUE(t->boxes.shown().isEmpty());
 }
 
+TEST_F(NewLawEndToEnd, OpenedAgainTheWindowStartsAfresh) {
+  form->AddNewLaw->trigger();
+  Form15* w = form->newLawWindow();
+  t->dialogs.answer(source);
+  QTest::mouseClick(w->Command1[0], Qt::LeftButton);
+  QTest::mouseClick(w->Command1[1], Qt::LeftButton);
+  QTest::mouseClick(w->Command1[2], Qt::LeftButton);
+  ASSERT_TRUE(w->ClassifyPanel->isVisible());
+  QTest::mouseClick(w->Command1[4], Qt::LeftButton);
+  ASSERT_FALSE(w->isVisible());
+  form->AddNewLaw->trigger();
+  EXPECT_TRUE(w->isVisible());
+  EXPECT_FALSE(w->ClassifyPanel->isVisible());
+  EXPECT_FALSE(w->Command1[2]->isEnabled());
+  EXPECT_FALSE(w->Command1[3]->isEnabled());
+  EXPECT_EQ(w->Combo1->currentIndex(), -1);
+  EXPECT_EQ(HeldText(w->RichTextBox1->toPlainText()), ReadLawFile(t->path(u"\\ini\\Help4AddNewLaw.ini"_qs)));
+  w->close();
+}
+
 TEST_F(NewLawEndToEnd, F1ShowsTheWindowsHelpSection) {
   form->AddNewLaw->trigger();
   Form15* w = form->newLawWindow();
