@@ -353,6 +353,26 @@ TEST_F(Wizard, AHeadingGluedToASentenceIsOfferedForRepair) {
   EXPECT_FALSE(w.enabled[2]);
 }
 
+TEST_F(Wizard, ArticlesOutOfOrderAreQuestioned) {
+  // 3 stands before 2: behind 2 there is no line starting with 第三条, but
+  // the heading is in the text, so the user is asked.
+  const QString text = Lines({u"示例法"_qs, u"第一条 甲。"_qs, u"第三条 丙。"_qs, u"第二条 乙。"_qs, u"第四条 丁。"_qs});
+  te.boxes.answer(box::Ok);
+  te.boxes.answer(box::No);
+  auto boxes = clean(text);
+  ASSERT_EQ(boxes.size(), 2);
+  EXPECT_EQ(boxes[1].text, u"第三条有误，但该条头存在，要更改吗"_qs);
+  EXPECT_FALSE(w.checked);
+  // Yes puts a line break before the heading, which stands at a line start
+  // already, and the check goes on from there: the order is not repaired.
+  te.boxes.answer(box::Ok);
+  te.boxes.answer(box::Yes);
+  boxes = clean(text);
+  ASSERT_EQ(boxes.size(), 3);
+  EXPECT_TRUE(boxes[2].text.startsWith(u"Ok，含有第一条至第四条。"_qs));
+  EXPECT_EQ(w.view, u"示例法\r\n　　第一条 甲。\r\n　　第三条 丙。\r\n　　第二条 乙。\r\n　　第四条 丁。\r\n　　\r\n　　"_qs);
+}
+
 TEST_F(Wizard, ALastArticleWhoseNumeralIsUnknownIsNamed) {
   const auto boxes = clean(Lines({u"示例法"_qs, u"第一条 甲。"_qs, u"第二条 乙。"_qs, u"第一千零一十条 丙。"_qs}));
   ASSERT_EQ(boxes.size(), 2);

@@ -145,8 +145,8 @@ TEST(AutoFormat, GivesWhatTheRulesWrittenOutGiveOnTheExamples) {
 }
 
 TEST(AutoFormat, GivesWhatTheRulesWrittenOutGiveOnTheSamplePapers) {
-  const QString dir = QStringLiteral(MJ_SOURCE_DIR) + u"/data/ini/"_qs;
-  for (const QString& name : {u"sample1.ini"_qs, u"sample2.ini"_qs}) {
+  const QString dir = QStringLiteral(MJ_SOURCE_DIR) + u"/data/"_qs;
+  for (const QString& name : {u"ini/sample1.ini"_qs, u"ini/sample2.ini"_qs, u"外部题库/外部题库试样3（含错误）.txt"_qs}) {
     SCOPED_TRACE(name.toStdString());
     QFile f(dir + name);
     ASSERT_TRUE(f.open(QIODevice::ReadOnly));
