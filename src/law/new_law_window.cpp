@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include "law/text_places.h"
+#include "platform/escape_key_widget.h"
 #include "platform/text_toolkit.h"
 
 namespace mj {
@@ -44,6 +45,7 @@ QComboBox* Combo(const QString& name, const QStringList& items, const QString& p
 Form15::Form15(const Env& env, QWidget* parent) : QWidget(parent, Qt::Window), wizard_(env) {
   setObjectName(QStringLiteral("Form15"));
   setWindowTitle(kNewLawCaption);
+  CloseOnEscape(this);
 
   auto* v = new QVBoxLayout(this);
   auto* buttons = new QHBoxLayout;

@@ -225,6 +225,15 @@ TEST_F(NewLawEndToEnd, OpenedAgainTheWindowStartsAfresh) {
   w->close();
 }
 
+TEST_F(NewLawEndToEnd, EscClosesTheWindowAs5ReturnDoes) {
+  form->AddNewLaw->trigger();
+  Form15* w = form->newLawWindow();
+  ASSERT_TRUE(w->isVisible());
+  QTest::keyClick(w->RichTextBox1, Qt::Key_Escape);
+  EXPECT_FALSE(w->isVisible());
+  EXPECT_TRUE(t->boxes.shown().isEmpty());
+}
+
 TEST_F(NewLawEndToEnd, F1ShowsTheWindowsHelpSection) {
   form->AddNewLaw->trigger();
   Form15* w = form->newLawWindow();
