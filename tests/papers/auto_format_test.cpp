@@ -265,5 +265,26 @@ TEST(JoinBrokenLines, GivesWhatItsRulesWrittenOutGiveOnGeneratedPapers) {
   }
 }
 
+// The written-out conversion calls the program's joiner at its step 16; here
+// that joiner meets its own rules written out on the very texts the
+// conversion hands it (steps 1 to 15 done), generated and real.
+TEST(JoinBrokenLines, GivesWhatItsRulesWrittenOutGiveOnTheTextsTheConversionHandsIt) {
+  const auto beforeJoin = [](QString t) {
+    const QList<literal::Step>& steps = literal::AutoFormatSteps();
+    for (int i = 0; i < 15; ++i) steps[i](t);
+    return t;
+  };
+  std::mt19937 rng(1515);
+  for (int i = 0; i < 300; ++i) {
+    const QString t = beforeJoin(test::LoosePaper(rng, 1 + static_cast<int>(rng() % 30)));
+    ASSERT_EQ(JoinBrokenLines(t), test::LiteralJoinBrokenLines(t)) << t.toStdString();
+  }
+  const QString real = test::RealDataDir();
+  if (real.isEmpty()) return;
+  const QString t =
+      beforeJoin(test::RealLoosePaper(test::RealQuestions(real + u"/questions/lawbench-3-6.json"_qs)));
+  EXPECT_EQ(JoinBrokenLines(t), test::LiteralJoinBrokenLines(t));
+}
+
 }  // namespace
 }  // namespace mj
