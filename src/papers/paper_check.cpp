@@ -36,10 +36,30 @@ qint64 DigitsAt(const QString& text, qsizetype i) {
 
 QString Num(qint64 n) { return QString::number(n); }
 
-// Every line start CR LF + digits + "．" of a text, by its digits. A search for
-// CR LF + n + "．" finds exactly the entries of n's decimal text (the
-// character behind the digits must be "．"), so the places below are the
-// places InStr would find, without scanning the text once per number.
+// Num(n) appended without a string of its own: a stray number can make a
+// walk of a hundred thousand numbers, each written into the report.
+void AppendNum(QString& out, qint64 n) {
+  char16_t digits[24];
+  int k = 0;
+  const bool negative = n < 0;
+  // Digits from the last, each as a non-negative remainder.
+  do {
+    const qint64 r = n % 10;
+    digits[k++] = static_cast<char16_t>(u'0' + (r < 0 ? -r : r));
+    n /= 10;
+  } while (n != 0);
+  if (negative) digits[k++] = u'-';
+  std::reverse(digits, digits + k);
+  out += QStringView(digits, k);
+}
+
+// Every line start CR LF + digits + "．" of a text, by its number. A search for
+// CR LF + n + "．" finds exactly the entries whose digits are n's decimal text
+// (the character behind the digits must be "．"), so the places below are the
+// places InStr would find, without scanning the text once per number. Digits
+// with a leading zero are never n's decimal text and are left out; keeping
+// the number instead of its text spares a string per lookup, which matters
+// when a stray number makes a walk of a hundred thousand numbers.
 class LineNumbers {
  public:
   explicit LineNumbers(const QString& text) {
@@ -50,24 +70,35 @@ class LineNumbers {
       if (p < 0) break;
       qsizetype q = p + 2;
       while (q < n && IsDigit(text.at(q))) ++q;
-      if (q > p + 2 && q < n && text.at(q) == u'．') places_[text.mid(p + 2, q - p - 2)].append(p + 1);
+      const qsizetype digits = q - p - 2;
+      const bool decimalText = digits == 1 || (digits > 1 && digits <= 18 && text.at(p + 2) != u'0');
+      if (decimalText && q < n && text.at(q) == u'．') {
+        qint64 v = 0;  // at most 18 digits: no overflow
+        for (qsizetype d = p + 2; d < q; ++d) v = v * 10 + (text.at(d).unicode() - u'0');
+        places_[v].append(p + 1);
+      }
       from = p + 2;
     }
   }
   // The 1-based place of the first CR LF + number + "．" at or behind from;
   // 0 when there is none.
   qsizetype find(qint64 number, qsizetype from = 1) const {
-    const auto it = places_.constFind(Num(number));
+    const auto it = places_.constFind(number);
     if (it == places_.cend()) return 0;
     const auto at = std::lower_bound(it->cbegin(), it->cend(), from);
     return at == it->cend() ? 0 : *at;
   }
 
  private:
-  QHash<QString, QList<qsizetype>> places_;
+  QHash<qint64, QList<qsizetype>> places_;
 };
 
-QString Marker(qint64 n) { return kCrLf + Num(n) + kPoint; }
+// The number of characters of n's decimal text.
+qsizetype NumLength(qint64 n) {
+  qsizetype len = n < 0 ? 2 : 1;
+  for (qint64 v = n < 0 ? -(n / 10) : n / 10; v > 0; v /= 10) ++len;
+  return len;
+}
 
 // The text of question i of a section: between its number and the next
 // number (to the end when the next is missing); the last question runs from
@@ -76,7 +107,7 @@ QString ItemOf(const QString& section, const LineNumbers& numbers, qint64 i, qin
   const qsizetype p = numbers.find(i);
   if (p == 0) return QString();
   if (i >= last) return Mid(section, p);
-  const qsizetype s = p + Marker(i).size();
+  const qsizetype s = p + 2 + NumLength(i) + 1;  // behind CR LF + i + "．"
   const qsizetype q = numbers.find(i + 1, s);
   return q == 0 ? Mid(section, s) : Mid(section, s, q - s);
 }
@@ -136,8 +167,10 @@ QString GetLostNum(const QString& section, qint64 first, qint64 last) {
     const qsizetype hit = numbers.find(i, pos);
     if (hit > 0)
       pos = hit + 1;
-    else
-      lost += Num(i) + kPoint;
+    else {
+      AppendNum(lost, i);
+      lost += kPoint;
+    }
   }
   if (end < last) lost += QStringLiteral("……");
   return lost;
@@ -170,10 +203,15 @@ QString CheckEachItem(const QString& allNames, const QString& section, qint64 fi
     bool ok = true;
     const QString item = ItemOf(section, numbers, i, last);
     if (item.isEmpty()) {
-      out += QStringLiteral("×没有第") + Num(i) + QStringLiteral("题的试题编号。") + kCrLf;
+      out += QStringLiteral("×没有第");
+      AppendNum(out, i);
+      out += QStringLiteral("题的试题编号。");
+      out += kCrLf;
       continue;
     }
-    out += u'第' + Num(i) + QStringLiteral("题：");
+    out += u'第';
+      AppendNum(out, i);
+      out += QStringLiteral("题：");
     const qsizetype k = InStr(item, kAnswerTag);
     QString answerLine;
     if (k > 0) {
@@ -213,7 +251,9 @@ QString CheckEachItem2(const QString& allNames, const QString& section, const QS
     // A number without its question gets no checks: its line reads only
     // "通过检验。".
     if (!item.isEmpty()) {
-      out += u'第' + Num(i) + QStringLiteral("题：");
+      out += u'第';
+      AppendNum(out, i);
+      out += QStringLiteral("题：");
       if (OnlyABCD(answer).isEmpty()) {
         out += QStringLiteral("无答案");
         ok = false;

@@ -77,6 +77,14 @@ TEST(GetLostNum, ANumberOutOfOrderCountsAsMissing) {
   EXPECT_EQ(GetLostNum(u"\r\n2．b\r\n1．a\r\n3．c"_qs, 1, 3), u"2．"_qs);
 }
 
+TEST(GetLostNum, DigitsWithALeadingZeroAreNotTheNumber) {
+  // The search is for the number's own digits: 07． and 007． are not 7．.
+  EXPECT_EQ(GetLostNum(u"\r\n07．a\r\n007．b\r\n8．c"_qs, 7, 8), u"7．"_qs);
+  EXPECT_EQ(GetLostNum(u"\r\n0．a\r\n1．b"_qs, 0, 1), QString());
+  // Digits far beyond any question number are no number of the walk.
+  EXPECT_EQ(GetLostNum(u"\r\n1．a\r\n12345678901234567890．b\r\n2．c"_qs, 1, 2), QString());
+}
+
 TEST(GetLostNum, EmptySectionOrReversedRangeGivesNothing) {
   EXPECT_EQ(GetLostNum(QString(), 1, 3), QString());
   EXPECT_EQ(GetLostNum(u"\r\n1．a"_qs, 3, 1), QString());
