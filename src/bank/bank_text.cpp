@@ -31,8 +31,9 @@ QString internalBankFileOf(const QString& id) {
   return QStringLiteral("\\yibanti\\") + Left(id, 6) + QStringLiteral(".mmd");
 }
 
-// Half-width brackets, no type tag: the form a question has inside a bank file.
-QString normaliseBracketsAndTags(QString t) {
+}  // namespace
+
+QString BankFormOf(QString t) {
   t = ReplaceAll(t, QStringLiteral("［"), QStringLiteral("["));
   t = ReplaceAll(t, QStringLiteral("］"), QStringLiteral("]"));
   t = ReplaceAll(t, QStringLiteral("[单选题]"), QString());
@@ -40,6 +41,8 @@ QString normaliseBracketsAndTags(QString t) {
   t = ReplaceAll(t, QStringLiteral("[任选题]"), QString());
   return t;
 }
+
+namespace {
 
 // What stands behind the first find; the text as it is when find is absent.
 QString cutThrough(const QString& text, const QString& find) {
@@ -126,7 +129,7 @@ QString GetOneOldTi(const Env& env, const QString& id) {
 }
 
 bool PutItemText(const Env& env, const QString& id, const QString& text) {
-  const QString t = normaliseBracketsAndTags(text);
+  const QString t = BankFormOf(text);
   const QString path = BankFilePath(env, id);
   const QString f = ReadFileAsText(path) + kCrLf;
   const BlockMarkers m = blockMarkersOf(ItemSerial(id));
@@ -148,15 +151,19 @@ bool PutItemText(const Env& env, const QString& id, const QString& text) {
   return WriteTextFile(path, out);
 }
 
-bool AppendItemText(const Env& env, const QString& id, const QString& text) {
-  // Always an internal bank, whatever the ID begins with.
-  const QString path = env.path(internalBankFileOf(id));
+QString AppendedFileOf(const QString& id) { return internalBankFileOf(id); }
+
+QString AppendedItemText(const QString& id, const QString& text) {
   const QString marker = markerOf(ItemSerial(id));
   QString t = text.contains(kMarker) ? ReplaceAll(text, kMarker, marker) : marker + text;
   t = ReplaceAll(t, kMarker + kCrLf, kMarker);
-  t = normaliseBracketsAndTags(t);
+  t = BankFormOf(t);
   // Printed as a line of its own: the text and a CR LF.
-  return AppendText(path, t + kCrLf);
+  return t + kCrLf;
+}
+
+bool AppendItemText(const Env& env, const QString& id, const QString& text) {
+  return AppendText(env.path(AppendedFileOf(id)), AppendedItemText(id, text));
 }
 
 QString RndABCD() {

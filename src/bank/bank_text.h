@@ -56,6 +56,14 @@ bool PutItemText(const Env& env, const QString& id, const QString& text);
 // ID characters + ".mmd", behind the marker "●" + n + "●". False when the
 // file cannot be written.
 bool AppendItemText(const Env& env, const QString& id, const QString& text);
+// The file AppendItemText writes to (relative to the program folder), and
+// what it appends there: the text behind its marker, with a CR LF.
+QString AppendedFileOf(const QString& id);
+QString AppendedItemText(const QString& id, const QString& text);
+
+// A question's text in the form it has inside a bank file: half-width
+// brackets, no type tag.
+QString BankFormOf(QString text);
 
 // The letters "ABCD" in a random order, each once.
 QString RndABCD();
