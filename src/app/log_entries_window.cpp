@@ -1,10 +1,14 @@
 #include "app/log_entries_window.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QMenu>
+#include <QMenuBar>
+#include <QProgressBar>
 
 #include "app/main_window.h"
 #include "app/startup.h"
+#include "bank/tables.h"
 #include "log/day_files.h"
 #include "log/log_grid_widget.h"
 #include "platform/paths.h"
@@ -22,6 +26,7 @@ LogEntries::LogEntries(Form1& main) : QObject(&main), main_(main) {
   connect(main.MyGuess, &QMenu::aboutToShow, this, &LogEntries::guessMenuOpens);
   connect(main.AutoUpdate, &QMenu::aboutToShow, this, &LogEntries::updateMenuOpens);
   connect(main.MSFlexGrid2, &LogGridWidget::rowChosen, this, &LogEntries::chooseRow);
+  connect(main.NewerProgram, &QAction::triggered, this, &LogEntries::newerProgram);
 }
 
 bool LogEntries::makeFolder(const QString& suffix) {
@@ -102,6 +107,78 @@ void LogEntries::chooseRow(int row) {
   app.InOtherList = !updated;
   app.Run.RunTitle = QStringLiteral("◎") + Trim(grid.rows.value(row).value(0));
   f.practice->startListRun(ids, false);
+}
+
+namespace {
+
+// The run's progress on the main window's grid face.
+class MainWindowUpdateView final : public UpdateView {
+ public:
+  explicit MainWindowUpdateView(Form1& main) : main_(main) {}
+  ~MainWindowUpdateView() override {
+    if (waiting_) QApplication::restoreOverrideCursor();
+  }
+  void showProgress(int maximum) override {
+    main_.showGrids();
+    main_.ProgressBar1->setRange(0, maximum);
+    main_.ProgressBar1->setValue(0);
+    main_.ProgressBar1->setVisible(true);
+  }
+  void setProgress(int value) override { main_.ProgressBar1->setValue(value); }
+  void hideProgress() override { main_.ProgressBar1->setVisible(false); }
+  void setWaitCursor(bool wait) override {
+    if (wait == waiting_) return;
+    waiting_ = wait;
+    if (wait)
+      QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+      QApplication::restoreOverrideCursor();
+  }
+  void letEventsThrough() override { QCoreApplication::processEvents(); }
+
+ private:
+  Form1& main_;
+  bool waiting_ = false;
+};
+
+}  // namespace
+
+void LogEntries::newerProgram() {
+  if (update_) return;
+  Form1& f = main_;
+  AppState& app = f.state();
+  QWidget* faceBefore = f.currentFace();
+  // The bank grid and the frames give way.
+  f.MSFlexGrid1->setVisible(false);
+  f.MSFlexGrid2->setVisible(false);
+  DoHide(f.Frame1);
+  // While the update runs, only 退出 of the menu is open: nothing else
+  // reads or writes the tables meanwhile.
+  QList<QAction*> closed;
+  for (QAction* a : f.menuBar()->actions()) {
+    if (a == f.MmExit || !a->isEnabled()) continue;
+    a->setEnabled(false);
+    closed.append(a);
+  }
+  MainWindowUpdateView view(f);
+  UpdateRun run(f.env(), view, {app.RunState, app.UpdatedIds});
+  update_ = &run;
+  app.FlushUpdate = [&run] { run.writeNow(); };
+  const bool taken = run.run();
+  app.FlushUpdate = nullptr;
+  update_ = nullptr;
+  if (run.stopped()) return;
+  for (QAction* a : closed) a->setEnabled(true);
+  if (taken) {
+    // The questions as the update left them: records reset, new questions.
+    ReadData2ItemData(app.env.path(QStringLiteral("\\dbf")), tables::kItems, app.AllItemData);
+    SetWorkItemData(app.ItemData, app.IsSimulated ? app.CsItemData : app.AllItemData);
+  }
+  if (faceBefore == f.startPage) f.showStartPage();
+}
+
+void LogEntries::programEnds() {
+  if (update_) update_->stop();
 }
 
 }  // namespace mj

@@ -6,6 +6,7 @@
 #include <QObject>
 
 #include "log/practice_log.h"
+#include "log/update_package.h"
 
 namespace mj {
 
@@ -26,11 +27,19 @@ class LogEntries : public QObject {
   void guessMenuOpens();
   void updateMenuOpens();
 
+  // 选新题库文件并更新进系统题库: an update package taken in.
+  void newerProgram();
+  // The update under way, if any.
+  UpdateRun* update() const { return update_; }
+  // The program ends: an update under way goes no further.
+  void programEnds();
+
  private:
   // A folder of day files that could not be made is said.
   bool makeFolder(const QString& suffix);
 
   Form1& main_;
+  UpdateRun* update_ = nullptr;
 };
 
 }  // namespace mj

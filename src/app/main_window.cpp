@@ -752,6 +752,8 @@ void Form1::closeEvent(QCloseEvent* e) {
     case CloseDecision::Close:
       closing_ = true;
       Timer1->stop();
+      // An update package under way goes no further.
+      logEntries_->programEnds();
       // A news download under way is finished, so that the next start has
       // its file.
       if (news_ && news_->pending()) news_->finishNow();

@@ -47,7 +47,11 @@ CloseDecision CloseRequest(AppState& app) {
     if (env.msgBox(QStringLiteral("正在进行更新任务，确定中止吗？"), box::YesNo | box::Question,
                    QStringLiteral("请你确定")) == box::No)
       return CloseDecision::Cancel;
-    PrependToTodayFile(env, kUpdatedFolder, app.UpdatedIds);
+    // The questions updated so far go in front of today's day file.
+    if (app.FlushUpdate)
+      app.FlushUpdate();
+    else
+      PrependToTodayFile(env, kUpdatedFolder, app.UpdatedIds);
   }
   if (app.StartedOk) {
     if (env.msgBox(QStringLiteral("真的不玩儿啦？") + kCrLf + kCrLf + QStringLiteral("     :-)"),

@@ -69,6 +69,7 @@ class BankFileBatch {
   // whole text.
   QList<std::pair<QString, QString>> changedFiles() const;
   void markWritten();
+  void markWritten(const QString& path) { changed_.removeAll(path); }
 
  private:
   // The file of a suffix, read on first use; `changing` lists it among

@@ -7,6 +7,8 @@
 #include <QSaveFile>
 #include <QStringDecoder>
 #include <QStringEncoder>
+#include <cstdio>
+#include <unistd.h>
 
 #include "platform/paths.h"
 
@@ -68,6 +70,38 @@ bool WriteBytesAtomic(const QString& path, const QByteArray& bytes) {
     return false;
   }
   return f.commit();
+}
+
+namespace {
+
+bool syncFile(QFile& f) { return f.flush() && ::fsync(f.handle()) == 0; }
+
+}  // namespace
+
+bool ReplaceFile(const QString& from, const QString& to) {
+  QFile f(from);
+  if (!f.open(QIODevice::ReadWrite) || !syncFile(f)) return false;
+  f.close();
+  return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(ResolveCase(to)).constData()) == 0;
+}
+
+bool WriteBytesAtomic(const QString& path, const QByteArray& bytes, const std::function<void()>& beforeReplace) {
+  const QString target = ResolveCase(path);
+  const QString temp = target + u'~';
+  QFile f(temp);
+  if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate)) return false;
+  if (f.write(bytes) != bytes.size() || !syncFile(f)) {
+    f.close();
+    QFile::remove(temp);
+    return false;
+  }
+  f.close();
+  if (beforeReplace) beforeReplace();
+  if (std::rename(QFile::encodeName(temp).constData(), QFile::encodeName(target).constData()) != 0) {
+    QFile::remove(temp);
+    return false;
+  }
+  return true;
 }
 
 bool WriteTextAtomic(const QString& path, const QString& text) {

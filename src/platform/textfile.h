@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <functional>
 
 namespace mj {
 
@@ -30,6 +31,12 @@ QByteArray ReadBytes(const QString& path, bool* ok = nullptr);
 // the old or the new file, never half of one.
 bool WriteTextAtomic(const QString& path, const QString& text);
 bool WriteBytesAtomic(const QString& path, const QByteArray& bytes);
+// The same in two visible steps: the bytes go to `path` + "~" and onto the
+// disk, beforeReplace runs, and then that file takes path's place.
+bool WriteBytesAtomic(const QString& path, const QByteArray& bytes, const std::function<void()>& beforeReplace);
+// Puts the file `from` onto the disk and then in the place of `to`, in one
+// step: a reader sees the old or the new file, never a mixture.
+bool ReplaceFile(const QString& from, const QString& to);
 
 // Removes what an atomic write of path that was cut off (the program killed,
 // the power gone) may have left beside it: the temporary files named as the

@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 #include "bank/item_index.h"
 #include "platform/env.h"
@@ -49,6 +50,9 @@ struct AppState {
   // The IDs an update package has changed so far, newest first; kept in
   // the day file of \更新的题 when the update is broken off.
   QString UpdatedIds;
+  // Set while an update package is taken in: writes what the update has
+  // done so far, with today's day file, when the close request goes on.
+  std::function<void()> FlushUpdate;
   bool StartedOk = false;
   bool HasIndex = false;
 

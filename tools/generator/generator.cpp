@@ -478,6 +478,40 @@ int LawType(int k) { return k % 3 + 1; }
 QString BankName(int b) { return QString::number(10001 + b / 3) + QString::number(b % 3 + 1); }
 QString PaperCode(int p) { return QStringLiteral("%1").arg(p + 1, 5, 10, QChar(u'0')); }
 
+QString UpdatePackage(const Sizes& s, int items, QStringList* ids) {
+  static const QStringList kTags = {QString(), QStringLiteral("[单选题]"), QStringLiteral("[多选题]"),
+                                    QStringLiteral("[任选题]")};
+  static const QStringList kKeys = {QString(), QStringLiteral("C"), QStringLiteral("BD"), QStringLiteral("ACD")};
+  QString text = QStringLiteral("生成数据：更新包，%1题（生成数据）").arg(items) + kCrLf;
+  const int perBank = std::max(1, s.questions / std::max(1, s.banks));
+  for (int k = 0; k < items; ++k) {
+    const int b = k % s.banks;
+    const int n = 1 + (k / s.banks) % perBank;
+    const QString id = BankName(b) + QStringLiteral("%1").arg(n, 5, 10, QChar(u'0'));
+    const int type = b % 3 + 1;
+    // One law, or two for every third item.
+    QList<Cited> cites;
+    Cited first;
+    first.law = (b / 3) % s.laws;
+    first.numbers = {1 + k % s.articles};
+    cites.append(first);
+    if (k % 3 == 0 && s.laws > 1) {
+      Cited second;
+      second.law = (first.law + 1) % s.laws;
+      second.numbers = {1 + (k * 7) % s.articles};
+      cites.append(second);
+    }
+    text += kCrLf + QStringLiteral("●") + kTags[type] +
+            QStringLiteral("生成更新试题%1：根据生成法律，下列说法正确的是(      )").arg(k + 1);
+    for (int o = 0; o < 4; ++o) text += kCrLf + QChar(u'A' + o) + QStringLiteral("．更新选项%1%2").arg(QChar(u'A' + o)).arg(k + 1);
+    text += kCrLf + QStringLiteral("■答案：") + kKeys[type] + QStringLiteral("参见") + CitationText(cites, 1) + kCrLf +
+            QStringLiteral("[注释：]生成的更新说明%1。").arg(k + 1) + kCrLf + QStringLiteral("[本题标识ID：][") + id +
+            u']' + kCrLf;
+    if (ids) ids->append(id);
+  }
+  return text;
+}
+
 bool Generate(const QString& root, const Sizes& sizes, QString* error, Result* result) {
   QString ignored;
   if (!error) error = &ignored;

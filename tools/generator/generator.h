@@ -57,6 +57,13 @@ int LawType(int k);        // 1, 2, 3, 1, ...
 QString BankName(int b);   // six characters: code and type of internal bank b (from 0)
 QString PaperCode(int p);  // 00001 for p = 0
 
+// The text of an update package for a folder of these sizes: `items`
+// items, item k correcting question k / banks + 1 of bank k % banks (so
+// that no question comes twice while items <= questions), with a new stem,
+// key and note, citing one law, or two for every third item. ids, when
+// given, gets the questions' IDs in the package's order.
+QString UpdatePackage(const Sizes& sizes, int items, QStringList* ids = nullptr);
+
 struct Result {
   int questions = 0;       // rows of items.mmd
   int paperQuestions = 0;  // rows of csitems.mmd
