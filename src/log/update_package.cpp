@@ -89,33 +89,14 @@ bool writeRow(DbfTable& t, int r, bool isNew, const QString& id, const QString& 
   return ok;
 }
 
-// A table changed on a copy that then takes the table's place.
-bool editCopy(const QString& path, const std::function<bool(DbfTable&)>& edit,
-              const std::function<void()>& beforeReplace) {
+// A table changed on a copy (temp) that takes the table's place later.
+bool editCopy(const QString& path, const QString& temp, const std::function<bool(DbfTable&)>& edit) {
   bool read = false;
   const QByteArray bytes = ReadBytes(path, &read);
-  if (!read) return false;
-  const QString target = ResolveCase(path);
-  const QString temp = target + u'~';
-  {
-    QFile f(temp);
-    if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate) || f.write(bytes) != bytes.size()) {
-      f.close();
-      QFile::remove(temp);
-      return false;
-    }
-  }
-  bool ok = false;
-  {
-    DbfTable t = DbfTable::open(temp, DbfTable::Mode::ReadWrite);
-    ok = t.isOpen() && edit(t) && t.flush();
-    t.close();
-  }
-  if (ok) {
-    if (beforeReplace) beforeReplace();
-    ok = ReplaceFile(temp, target);
-  }
-  if (!ok) QFile::remove(temp);
+  if (!read || !WriteBytesPlain(temp, bytes)) return false;
+  DbfTable t = DbfTable::open(temp, DbfTable::Mode::ReadWrite);
+  const bool ok = t.isOpen() && edit(t) && t.flush();
+  t.close();
   return ok;
 }
 
@@ -242,24 +223,22 @@ class UpdateStore::Table {
     pending_.append({record, isNew, id, text, type});
   }
 
-  bool write(const std::function<void()>& beforeReplace) {
-    if (pending_.isEmpty()) return true;
-    const bool ok = editCopy(
-        path_,
-        [this](DbfTable& t) {
-          for (const Change& c : pending_) {
-            const int r = c.isNew ? t.appendRow() : c.record;
-            if (r != c.record || !writeRow(t, r, c.isNew, c.id, c.text, c.type)) return false;
-          }
-          return true;
-        },
-        beforeReplace);
-    if (ok) {
-      pending_.clear();
-      records_ += added_;
-      added_ = 0;
-    }
-    return ok;
+  bool changed() const { return !pending_.isEmpty(); }
+  // The table with the changes, as a copy in temp.
+  bool prepare(const QString& temp) {
+    return editCopy(path_, temp, [this](DbfTable& t) {
+      for (const Change& c : pending_) {
+        const int r = c.isNew ? t.appendRow() : c.record;
+        if (r != c.record || !writeRow(t, r, c.isNew, c.id, c.text, c.type)) return false;
+      }
+      return true;
+    });
+  }
+  // The copy took the table's place.
+  void written() {
+    pending_.clear();
+    records_ += added_;
+    added_ = 0;
   }
 
   const QString& path() const { return path_; }
@@ -311,20 +290,16 @@ class UpdateStore::Directory {
     return Mid(row.b, 10, 5) + CStr(type) + Right(QStringLiteral("00000") + CStr(row.f), 5);
   }
 
-  bool write(const std::function<void()>& beforeReplace) {
-    if (pending_.isEmpty()) return true;
-    const bool ok = editCopy(
-        path_,
-        [this](DbfTable& t) {
-          const int ff = t.fieldIndex(QStringLiteral("f"));
-          for (auto it = pending_.constBegin(); it != pending_.constEnd(); ++it)
-            if (!t.setNumber(it.key(), ff, static_cast<double>(it.value()))) return false;
-          return true;
-        },
-        beforeReplace);
-    if (ok) pending_.clear();
-    return ok;
+  bool changed() const { return !pending_.isEmpty(); }
+  bool prepare(const QString& temp) {
+    return editCopy(path_, temp, [this](DbfTable& t) {
+      const int ff = t.fieldIndex(QStringLiteral("f"));
+      for (auto it = pending_.constBegin(); it != pending_.constEnd(); ++it)
+        if (!t.setNumber(it.key(), ff, static_cast<double>(it.value()))) return false;
+      return true;
+    });
   }
+  void written() { pending_.clear(); }
 
   const QString& path() const { return path_; }
 
@@ -360,39 +335,52 @@ QString UpdateStore::NewItemID(const QString& lawName, int type) {
   return directory_->newItemId(lawName, type);
 }
 
-bool UpdateStore::replaceStep(const QString& path, const std::function<bool(const std::function<void()>&)>& write) {
-  // Once with the new content ready beside the file, once after it took
-  // the file's place.
-  const std::function<void()> step = [this, &path] {
-    if (onReplace) onReplace(path);
-  };
-  if (!write(step)) return false;
-  step();
-  return true;
-}
-
 QStringList UpdateStore::write(const QString& updatedIds) {
+  // Every new content is made ready beside its file and put onto the disk
+  // in one pass; then the files take them one by one: the new questions'
+  // numbers first, so that a number once handed out is never handed out
+  // again, then the texts, and only then the rows that make the questions
+  // show; the day file last. A file is never half written.
+  struct Step {
+    QString path, temp;
+    std::function<void()> written;
+  };
+  QList<Step> steps;
   QStringList failed;
-  // The new questions' numbers first, so that a number once handed out is
-  // never handed out again; then the texts, and only then the rows that
-  // make the questions show; the day file last.
-  if (directory_ && !replaceStep(directory_->path(), [this](const auto& hook) { return directory_->write(hook); }))
-    failed.append(directory_->path());
-  for (const auto& [path, text] : bankFiles_.changedFiles()) {
-    const QByteArray bytes = ToGbk(text);
-    if (replaceStep(path, [&](const auto& hook) { return WriteBytesAtomic(path, bytes, hook); }))
-      bankFiles_.markWritten(path);
-    else
+  const auto ready = [&](const QString& path, bool ok, std::function<void()> written) {
+    const QString temp = ResolveCase(path) + u'~';
+    if (ok)
+      steps.append({path, temp, std::move(written)});
+    else {
       failed.append(path);
-  }
+      QFile::remove(temp);
+    }
+  };
+  const auto tempOf = [](const QString& path) { return ResolveCase(path) + u'~'; };
+  if (directory_ && directory_->changed())
+    ready(directory_->path(), directory_->prepare(tempOf(directory_->path())), [this] { directory_->written(); });
+  for (const auto& [path, text] : bankFiles_.changedFiles())
+    ready(path, WriteBytesPlain(tempOf(path), ToGbk(text)), [this, path] { bankFiles_.markWritten(path); });
   for (std::unique_ptr<Table>* t : {&items_, &csItems_})
-    if (*t && !replaceStep((*t)->path(), [t](const auto& hook) { return (*t)->write(hook); }))
-      failed.append((*t)->path());
+    if (*t && (*t)->changed())
+      ready((*t)->path(), (*t)->prepare(tempOf((*t)->path())), [t] { (*t)->written(); });
   const QString folder = env_.path(kUpdatedFolder);
   if (!DirExists(folder)) MakeDir(folder);
-  const QByteArray day = ToGbk(u'"' + updatedIds + dayListBefore_ + u'"' + kCrLf);
-  if (!replaceStep(dayFile_, [&](const auto& hook) { return WriteBytesAtomic(dayFile_, day, hook); }))
-    failed.append(dayFile_);
+  ready(dayFile_, WriteBytesPlain(tempOf(dayFile_), ToGbk(u'"' + updatedIds + dayListBefore_ + u'"' + kCrLf)), [] {});
+
+  QStringList temps;
+  for (const Step& s : steps) temps.append(s.temp);
+  const bool synced = SyncToDisk(temps);
+  for (const Step& s : steps) {
+    if (onReplace) onReplace(s.path);
+    if (synced && RenameOver(s.temp, s.path)) {
+      s.written();
+      if (onReplace) onReplace(s.path);
+    } else {
+      failed.append(s.path);
+      QFile::remove(s.temp);
+    }
+  }
   return failed;
 }
 

@@ -88,7 +88,6 @@ class UpdateStore {
   class Table;
   class Directory;
   Table& table(const QString& id);
-  bool replaceStep(const QString& path, const std::function<bool(const std::function<void()>&)>& write);
 
   Env env_;
   BankFileBatch bankFiles_;

@@ -72,36 +72,33 @@ bool WriteBytesAtomic(const QString& path, const QByteArray& bytes) {
   return f.commit();
 }
 
-namespace {
-
-bool syncFile(QFile& f) { return f.flush() && ::fsync(f.handle()) == 0; }
-
-}  // namespace
-
-bool ReplaceFile(const QString& from, const QString& to) {
-  QFile f(from);
-  if (!f.open(QIODevice::ReadWrite) || !syncFile(f)) return false;
+bool WriteBytesPlain(const QString& path, const QByteArray& bytes) {
+  QFile f(ResolveCase(path));
+  if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate)) return false;
+  const bool ok = f.write(bytes) == bytes.size() && f.flush();
   f.close();
-  return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(ResolveCase(to)).constData()) == 0;
+  return ok;
 }
 
-bool WriteBytesAtomic(const QString& path, const QByteArray& bytes, const std::function<void()>& beforeReplace) {
-  const QString target = ResolveCase(path);
-  const QString temp = target + u'~';
-  QFile f(temp);
-  if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate)) return false;
-  if (f.write(bytes) != bytes.size() || !syncFile(f)) {
-    f.close();
-    QFile::remove(temp);
-    return false;
+bool SyncToDisk(const QStringList& paths) {
+  if (paths.isEmpty()) return true;
+  QFile first(ResolveCase(paths.first()));
+  if (!first.open(QIODevice::ReadOnly)) return false;
+#ifdef __linux__
+  // One write-back for the whole file system costs as much as one fsync.
+  if (::syncfs(first.handle()) == 0) return true;
+#endif
+  first.close();
+  bool ok = true;
+  for (const QString& p : paths) {
+    QFile f(ResolveCase(p));
+    ok = f.open(QIODevice::ReadOnly) && ::fsync(f.handle()) == 0 && ok;
   }
-  f.close();
-  if (beforeReplace) beforeReplace();
-  if (std::rename(QFile::encodeName(temp).constData(), QFile::encodeName(target).constData()) != 0) {
-    QFile::remove(temp);
-    return false;
-  }
-  return true;
+  return ok;
+}
+
+bool RenameOver(const QString& from, const QString& to) {
+  return std::rename(QFile::encodeName(ResolveCase(from)).constData(), QFile::encodeName(ResolveCase(to)).constData()) == 0;
 }
 
 bool WriteTextAtomic(const QString& path, const QString& text) {

@@ -5,7 +5,7 @@
 
 #include <QByteArray>
 #include <QString>
-#include <functional>
+#include <QStringList>
 
 namespace mj {
 
@@ -31,12 +31,17 @@ QByteArray ReadBytes(const QString& path, bool* ok = nullptr);
 // the old or the new file, never half of one.
 bool WriteTextAtomic(const QString& path, const QString& text);
 bool WriteBytesAtomic(const QString& path, const QByteArray& bytes);
-// The same in two visible steps: the bytes go to `path` + "~" and onto the
-// disk, beforeReplace runs, and then that file takes path's place.
-bool WriteBytesAtomic(const QString& path, const QByteArray& bytes, const std::function<void()>& beforeReplace);
-// Puts the file `from` onto the disk and then in the place of `to`, in one
-// step: a reader sees the old or the new file, never a mixture.
-bool ReplaceFile(const QString& from, const QString& to);
+
+// For changes to many files that each must stay whole: every new content
+// goes to a temporary file (WriteBytesPlain), all of them onto the disk at
+// once (SyncToDisk), and then each takes its file's place (RenameOver).
+bool WriteBytesPlain(const QString& path, const QByteArray& bytes);
+// One pass of the disk's write-back for the files' file system (each file
+// on its own where the system has no such pass). False when one failed.
+bool SyncToDisk(const QStringList& paths);
+// The file `from` takes the place of `to` in one step: a reader sees the old
+// or the new file, never a mixture.
+bool RenameOver(const QString& from, const QString& to);
 
 // Removes what an atomic write of path that was cut off (the program killed,
 // the power gone) may have left beside it: the temporary files named as the
