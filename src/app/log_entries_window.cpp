@@ -164,6 +164,7 @@ void LogEntries::newerProgram() {
   UpdateRun run(f.env(), view, {app.RunState, app.UpdatedIds});
   update_ = &run;
   app.FlushUpdate = [&run] { run.writeNow(); };
+  if (updateStarting) updateStarting(run);
   const bool taken = run.run();
   app.FlushUpdate = nullptr;
   update_ = nullptr;

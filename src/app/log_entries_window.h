@@ -4,6 +4,7 @@
 // MSFlexGrid2, and the practice run a chosen row starts.
 
 #include <QObject>
+#include <functional>
 
 #include "log/practice_log.h"
 #include "log/update_package.h"
@@ -33,6 +34,8 @@ class LogEntries : public QObject {
   UpdateRun* update() const { return update_; }
   // The program ends: an update under way goes no further.
   void programEnds();
+  // Observes an update run as it starts (tests follow its steps).
+  std::function<void(UpdateRun&)> updateStarting;
 
  private:
   // A folder of day files that could not be made is said.

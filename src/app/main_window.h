@@ -175,6 +175,8 @@ class Form1 : public QMainWindow {
 
   // The fetch of the news file; pending while it runs.
   NewsDownload* newsDownload() const { return news_; }
+  // The entries of the practice log and the update packages.
+  LogEntries* logEntries() const { return logEntries_; }
 
  protected:
   void closeEvent(QCloseEvent* e) override;

@@ -67,12 +67,13 @@ TEST(DemoData, HasEveryFolderOfTheLayout) {
     EXPECT_TRUE(DirExists(p)) << d.toStdString();
     EXPECT_TRUE(QDir(p).isEmpty()) << d.toStdString();
   }
-  for (const QString& d : {u"\\更新的题"_qs, u"\\模糊题"_qs})
-    EXPECT_TRUE(QDir(DemoPath(d)).isEmpty()) << d.toStdString();
+  EXPECT_TRUE(QDir(DemoPath(u"\\模糊题"_qs)).isEmpty());
   // Explanations of three points and one knowledge file on offer.
   EXPECT_EQ(QDir(DemoPath(u"\\知识点"_qs)).entryList(QDir::Files, QDir::Name),
             (QStringList{u"12.txt"_qs, u"32.txt"_qs, u"4.txt"_qs}));
   EXPECT_EQ(QDir(DemoPath(u"\\新知识点"_qs)).entryList(QDir::Files), QStringList{u"newzsd1.txt"_qs});
+  // The sample update package and no day file yet.
+  EXPECT_EQ(QDir(DemoPath(u"\\更新的题"_qs)).entryList(QDir::Files), QStringList{u"示例更新包.new"_qs});
   EXPECT_FALSE(QDir(DemoPath(u"\\法律文书"_qs)).entryList(QDir::Files).isEmpty());
   EXPECT_FALSE(QDir(DemoPath(u"\\readme"_qs)).entryList({u"*.htm"_qs}, QDir::Files).isEmpty());
 }

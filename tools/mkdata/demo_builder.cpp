@@ -125,6 +125,7 @@ class Builder {
     copyTexts(QStringLiteral("ini"), QStringLiteral("ini"));
     copyTexts(QStringLiteral("readme"), QStringLiteral("readme"));
     copyTexts(QStringLiteral("法律文书"), QStringLiteral("法律文书"));
+    copyTexts(QStringLiteral("更新的题"), QStringLiteral("更新的题"));
     copySamples();
     copyTexts(QStringLiteral("知识点"), QStringLiteral("知识点"));
     copyTexts(QStringLiteral("新知识点"), QStringLiteral("新知识点"));
