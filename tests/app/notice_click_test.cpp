@@ -22,7 +22,8 @@ TEST(NoticeClick, LinksThatAreNoAddressOpenNothing) {
                         u"[通知3]\r\n显示内容=程序\r\n链接=\\lmdata\r\n"
                         u"[通知4]\r\n显示内容=邮件\r\n链接=mailto:a@example.org\r\n"
                         u"[通知5]\r\n显示内容=说明\r\n链接=\\readme\\autonewer.htm\r\n"
-                        u"[通知6]\r\n显示内容=网址\r\n链接=https://mingjing.example.org/x\r\n"_qs);
+                        u"[通知6]\r\n显示内容=网址\r\n链接=https://mingjing.example.org/x\r\n"
+                        u"[通知7]\r\n鼠标提示=没有内容\r\n链接=https://mingjing.example.org/7\r\n"_qs);
   Form1 form(t.env);
   ASSERT_EQ(form.load(), Form1::LoadOutcome::Running);
   form.show();
@@ -41,6 +42,8 @@ TEST(NoticeClick, LinksThatAreNoAddressOpenNothing) {
   EXPECT_EQ(boxes[3].text, RefusedLinkText(u"mailto:a@example.org"_qs));
   EXPECT_EQ(boxes[0].title, DefaultBoxTitle());
 
+  // A link on a notice without text is never reached: its label is hidden.
+  EXPECT_TRUE(form.Label14[6]->isHidden());
   QTest::mouseClick(form.Label14[4], Qt::LeftButton);
   QTest::mouseClick(form.Label14[5], Qt::LeftButton);
   EXPECT_TRUE(t.boxes.shown().isEmpty());

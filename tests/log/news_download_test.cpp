@@ -248,3 +248,13 @@ TEST_F(Download, TheEndOfTheProgramWaitsForTheFetchUnderWay) {
   EXPECT_FALSE(finished);
   EXPECT_EQ(bytesOf(t, kNewsFile), ToGbk(kNew));
 }
+
+TEST(NewsText, ANoticeValueIsCutAt127Bytes) {
+  test::TestEnv t;
+  // 100 Chinese characters are 200 bytes of GBK: 63 of them fit.
+  t.writeGbk(kNewsFile, u"[通知1]\r\n显示内容="_qs + QString(100, u'通') + u"\r\n链接=https://example.org/"_qs +
+                            QString(150, u'x') + u"\r\n"_qs);
+  const QList<Notice> n = ReadNotices(t.path(kNewsFile));
+  EXPECT_EQ(n[0].caption, QString(63, u'通'));
+  EXPECT_EQ(n[0].link, u"https://example.org/"_qs + QString(127 - 20, u'x'));
+}
