@@ -134,10 +134,26 @@ QString GetAllDoneDays(const ItemIndex& index) {
   for (const ItemRow& row : index) {
     const QString& s = row.story;
     if (s.size() <= 10) continue;
+    // Records run to thousands of entries: the digits are read in place.
+    const char16_t* p = reinterpret_cast<const char16_t*>(s.constData());
+    int last = -1;
     for (qsizetype at = 0; at < s.size(); at += kEntry) {
-      const QStringView first10 = QStringView(s).mid(at, 10);
-      const int key = first10.size() == 10 ? dayKeyAt(first10, 0) : -1;
-      const QString cell = key >= 0 ? QString() : cellOfEntry(first10);
+      int key = -1;
+      if (at + 10 <= s.size()) {
+        const char16_t* e = p + at;
+        key = 0;
+        for (const int k : {0, 1, 2, 3, 5, 6, 8, 9}) {
+          const unsigned d = static_cast<unsigned>(e[k]) - u'0';
+          if (d > 9) {
+            key = -1;
+            break;
+          }
+          key = key * 10 + static_cast<int>(d);
+        }
+      }
+      if (key >= 0 && key == last) continue;
+      last = key;
+      const QString cell = key >= 0 ? QString() : cellOfEntry(QStringView(s).mid(at, 10));
       if (seen.insert(key, cell)) out += key >= 0 ? cellText(key) : cell;
     }
   }
@@ -166,10 +182,11 @@ QString GetDayItemIds(const ItemIndex& index, const QString& date, bool wrongOnl
   return wrongOnly ? wrong : all;
 }
 
-DayFileStat GetDayFileStat(const ItemIndex& index, const QString& date, const QString& list) {
+namespace {
+
+DayFileStat dayFileStat(const QHash<QString, const ItemRow*>& rows, const QString& date, const QString& list) {
   DayFileStat st;
   st.count = static_cast<int>(list.size() / 11);
-  const QHash<QString, const ItemRow*> rows = firstRows(index);
   for (qsizetype i = 1; i <= st.count; ++i) {
     const ItemRow* row = rows.value(GetItemID(list, i));
     if (row && testOldest(*row, date).right) ++st.right;
@@ -178,6 +195,12 @@ DayFileStat GetDayFileStat(const ItemIndex& index, const QString& date, const QS
   const double ratio = static_cast<double>(st.right) / std::max(st.count, 1);
   st.score = static_cast<int>(Int(ratio * 100));
   return st;
+}
+
+}  // namespace
+
+DayFileStat GetDayFileStat(const ItemIndex& index, const QString& date, const QString& list) {
+  return dayFileStat(firstRows(index), date, list);
 }
 
 QString KeepWrongItems(const ItemIndex& index, const QString& list, const QString& date, bool answerYes) {
@@ -353,9 +376,10 @@ LogGrid BuildDayFileGrid(const Env& env, const ItemIndex& index, LogMode mode) {
   const QString folder = env.path(mode == LogMode::UncertainByDay ? kGuessFolder : kUpdatedFolder);
   const QStringList names = GetDayFileNames(folder, QStringLiteral("ini"));
   const QStringList cells = cellsOf(SortCells(names.join(QString()), 8), 8);
+  const QHash<QString, const ItemRow*> rows = firstRows(index);
   for (const QString& cell : cells) {
     const QString date = DateOfCell(cell);
-    const DayFileStat st = GetDayFileStat(index, date, ReadDayFile(folder, date));
+    const DayFileStat st = dayFileStat(rows, date, ReadDayFile(folder, date));
     g.rows.append({DayLabel(cell, mode), CStr(st.count), CStr(st.right), CStr(st.score) + QStringLiteral("%")});
   }
   return g;
