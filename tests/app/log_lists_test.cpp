@@ -250,4 +250,6 @@ TEST(LogLists, NoRecordShowsTheBoxAndNoGrid) {
   EXPECT_FALSE(form.MSFlexGrid2->isVisibleTo(&form));
   ASSERT_EQ(t.boxes.shown().size(), 1);
   EXPECT_EQ(t.boxes.shown()[0].title, u"无做题记录"_qs);
+  EXPECT_EQ(t.boxes.shown()[0].text, u"没有做题记录。"_qs);
+  EXPECT_EQ(t.boxes.shown()[0].style, box::Information);
 }

@@ -4,6 +4,8 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QDateTime>
+#include <QFile>
 #include <QLabel>
 #include <QTest>
 
@@ -118,4 +120,44 @@ TEST_F(NewsStart, TheCloseFinishesTheDownloadUnderWay) {
   EXPECT_FALSE(form->newsDownload()->pending());
   EXPECT_EQ(ReadBytes(t.path(kNewsFile)), ToGbk(kServed));
   EXPECT_EQ(ReadBytes(t.path(kNewsDownload)), ToGbk(kServed));
+}
+
+// The news file of the demonstration data, served by the site to a folder
+// without a news file: it becomes the local file and its notices show; the
+// countdown it carries reaches the title bar at the next start.
+TEST(NewsStartDemo, TheDemonstrationNewsFileServedBecomesTheLocalOne) {
+  if (test::DemoDataDir().isEmpty()) GTEST_SKIP() << "no demonstration data built";
+  test::TestEnv t(test::DemoDataDir());
+  const QByteArray served = ReadBytes(t.path(kNewsFile));
+  ASSERT_FALSE(served.isEmpty());
+  ASSERT_TRUE(QFile::remove(t.path(kNewsFile)));
+  HttpServer server;
+  ASSERT_TRUE(server.start());
+  test::UseSupportSite(t, server.base());
+  server.setText(u"/newlumen.txt"_qs, served);
+  // The day before the exam day of the demonstration news file.
+  t.clock.set(QDateTime(QDate(2003, 1, 1).addDays(9026 - 1), QTime(8, 0)));
+  {
+    Form1 form(t.env);
+    ASSERT_EQ(form.load(), Form1::LoadOutcome::Running);
+    form.show();
+    ASSERT_TRUE(QTest::qWaitFor([&form] { return form.state().StartedOk; }, 9000));
+    EXPECT_EQ(ReadBytes(t.path(kNewsFile)), served);
+    EXPECT_FALSE(FileExists(t.path(kNewsDownload)));
+    EXPECT_EQ(form.Label14[0]->text(), u"欢迎使用明镜学习伴侣3.10！\r\n祝你早日通过司法统考。"_qs);
+    EXPECT_EQ(form.Label14[0]->toolTip(), u"点击访问明镜学习伴侣支持站点"_qs);
+    EXPECT_EQ(form.Label14[3]->text(), u"新手上路：在任何窗口中按F1键， 都可以看到本窗口的使用说明。"_qs);
+    EXPECT_FALSE(form.Label14[4]->isHidden());
+    // The title was made before the news file came.
+    EXPECT_EQ(form.windowTitle(), u"明镜学习伴侣3.10"_qs);
+    test::SaveScreenshot(&form, u"start_page_demo_notices"_qs);
+  }
+  Form1 next(t.env);
+  ASSERT_EQ(next.load(), Form1::LoadOutcome::Running);
+  EXPECT_EQ(next.windowTitle(), u"明镜学习伴侣3.10   明天开始司法统考，祝你成功！"_qs);
+  ASSERT_TRUE(QTest::qWaitFor([&next] { return next.state().StartedOk; }, 9000));
+  // The same 信息号: the local file stays, the download beside it.
+  EXPECT_EQ(ReadBytes(t.path(kNewsFile)), served);
+  EXPECT_EQ(ReadBytes(t.path(kNewsDownload)), served);
+  EXPECT_EQ(server.requests.size(), 2);
 }
