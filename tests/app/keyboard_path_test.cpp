@@ -17,6 +17,7 @@
 #include "practice/directory_widget.h"
 #include "practice/practice_frame_widget.h"
 #include "support/printers.h"
+#include "support/keys.h"
 #include "support/test_env.h"
 #include "support/window_checks.h"
 
@@ -24,14 +25,6 @@ namespace mj {
 namespace {
 
 // The key goes where the focus is; nothing else is touched.
-void press(Qt::Key key, Qt::KeyboardModifiers mods = Qt::NoModifier) {
-  QApplication::processEvents();
-  QWidget* to = QApplication::focusWidget();
-  if (!to) to = QApplication::activeWindow();
-  ASSERT_NE(to, nullptr) << "no widget has the focus";
-  QTest::keyClick(to, key, mods);
-  QApplication::processEvents();
-}
 
 void pressAlt() {
   QWidget* to = QApplication::focusWidget() ? QApplication::focusWidget() : QApplication::activeWindow();
@@ -58,7 +51,7 @@ TEST(KeyboardPath, AWholeRunWithoutTheMouse) {
   // Alt opens the menu bar at its first entry, 内部题库; Enter takes it.
   pressAlt();
   ASSERT_EQ(form.menuBar()->activeAction(), form.ShiTi);
-  press(Qt::Key_Return);
+  test::PressKey(Qt::Key_Return);
   ASSERT_EQ(form.currentFace(), form.gridPage);
   ASSERT_EQ(QApplication::focusWidget(), grid);
   ASSERT_EQ(grid->currentRow(), 0);
@@ -68,15 +61,15 @@ TEST(KeyboardPath, AWholeRunWithoutTheMouse) {
   const Directory& d = grid->directory();
   auto moveTo = [&](const QString& labelPart) {
     for (int i = 0; i < d.rowCount() && !grid->item(grid->currentRow(), kColLabel)->text().contains(labelPart); ++i)
-      press(Qt::Key_Down);
+      test::PressKey(Qt::Key_Down);
     ASSERT_TRUE(grid->item(grid->currentRow(), kColLabel)->text().contains(labelPart)) << labelPart.toStdString();
   };
   moveTo(u"刑法题库"_qs);
-  press(Qt::Key_Return);
+  test::PressKey(Qt::Key_Return);
   moveTo(u"《示例刑法》（"_qs);
-  press(Qt::Key_Return);
+  test::PressKey(Qt::Key_Return);
   moveTo(u"单项选择题"_qs);
-  press(Qt::Key_Return);
+  test::PressKey(Qt::Key_Return);
   ASSERT_EQ(form.currentFace(), form.practicePage);
   ASSERT_EQ(app.Run.count(), 7);
   const int bankRow = app.Run.GridRow;
@@ -84,39 +77,39 @@ TEST(KeyboardPath, AWholeRunWithoutTheMouse) {
   // The answer by its letter: the right one, from the question's key.
   auto keyOf = [&] { return FindItem(app.AllItemData, GetItemID(app.Run.RunIds, app.Run.CurIndex))->answer; };
   auto letter = [](const QString& k) { return static_cast<Qt::Key>(Qt::Key_A + (k.at(0).unicode() - u'A')); };
-  press(letter(keyOf()));
+  test::PressKey(letter(keyOf()));
   ASSERT_TRUE(answers->isVisible());
   EXPECT_TRUE(answers->boxText(1).startsWith(u"恭喜你，你做对了。"_qs));
   EXPECT_TRUE(answers->Command1[3]->isDefault());
   EXPECT_EQ(QApplication::activeWindow(), answers);
 
   // Page Down in the answer window: the next question there.
-  press(Qt::Key_PageDown);
+  test::PressKey(Qt::Key_PageDown);
   EXPECT_EQ(app.Run.CurIndex, 2);
   // Esc: back in the practice frame, whose keys work at once.
-  press(Qt::Key_Escape);
+  test::PressKey(Qt::Key_Escape);
   EXPECT_FALSE(answers->isVisible());
   EXPECT_EQ(QApplication::activeWindow(), &form);
   // A wrong answer this time; Enter closes the answer window.
-  press(keyOf() == u"A" ? Qt::Key_B : Qt::Key_A);
+  test::PressKey(keyOf() == u"A" ? Qt::Key_B : Qt::Key_A);
   ASSERT_TRUE(answers->isVisible());
   EXPECT_TRUE(answers->boxText(1).startsWith(u"你错选了答案"_qs));
-  press(Qt::Key_Return);
+  test::PressKey(Qt::Key_Return);
   EXPECT_FALSE(answers->isVisible());
   // Page Down in the frame, then Esc ends the run.
-  press(Qt::Key_PageDown);
+  test::PressKey(Qt::Key_PageDown);
   EXPECT_EQ(app.Run.CurIndex, 3);
-  press(Qt::Key_Escape);
+  test::PressKey(Qt::Key_Escape);
   ASSERT_EQ(form.currentFace(), form.gridPage);
   EXPECT_EQ(d.text(bankRow, kColDone), u"2"_qs);
   EXPECT_EQ(d.text(bankRow, kColRight), u"1"_qs);
   EXPECT_EQ(QApplication::focusWidget(), grid);
   // The menu once more: Alt, then along to 查卷; Esc leaves it.
   pressAlt();
-  press(Qt::Key_Right);
-  press(Qt::Key_Right);
+  test::PressKey(Qt::Key_Right);
+  test::PressKey(Qt::Key_Right);
   EXPECT_EQ(form.menuBar()->activeAction(), form.ChaJuan);
-  press(Qt::Key_Escape);
+  test::PressKey(Qt::Key_Escape);
 }
 
 }  // namespace

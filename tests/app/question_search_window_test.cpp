@@ -23,22 +23,13 @@
 #include "practice/answer_window.h"
 #include "practice/directory_widget.h"
 #include "practice/practice_frame_widget.h"
+#include "support/keys.h"
 #include "support/test_env.h"
 #include "support/window_checks.h"
 
 using namespace mj;
 
 namespace {
-
-// The key goes where the focus is, as on a desktop.
-void press(Qt::Key key) {
-  QApplication::processEvents();
-  QWidget* to = QApplication::focusWidget();
-  if (!to) to = QApplication::activeWindow();
-  ASSERT_NE(to, nullptr) << "no widget has the focus";
-  QTest::keyClick(to, key);
-  QApplication::processEvents();
-}
 
 struct SearchWindow : ::testing::Test {
   std::unique_ptr<test::TestEnv> t;
@@ -208,20 +199,20 @@ TEST_F(SearchWindow, ByKeyboardOnly) {
   typed.setCommitString(u"正当防卫"_qs);
   QApplication::sendEvent(window()->Text1, &typed);
   ASSERT_EQ(window()->Text1->text(), u"正当防卫"_qs);
-  press(Qt::Key_Return);
+  test::PressKey(Qt::Key_Return);
   ASSERT_EQ(window()->hits().size(), 2);
   ASSERT_EQ(QApplication::focusWidget(), window()->List1);
   // Enter on the list: all hits as one run.
-  press(Qt::Key_Return);
+  test::PressKey(Qt::Key_Return);
   ASSERT_EQ(app().Run.RunIds, u"1000110000300002200005"_qs);
-  press(Qt::Key_B);
+  test::PressKey(Qt::Key_B);
   ASSERT_TRUE(frame()->answerWindow()->isVisible());
   EXPECT_TRUE(frame()->answerWindow()->boxText(1).startsWith(u"恭喜你，你做对了。"_qs));
   EXPECT_EQ(storyOf(tables::kItems, u"10001100003"_qs), RecordEntry(now, u"B"_qs));
   // Esc closes the answer window, Esc again is 返回 of the run.
-  press(Qt::Key_Escape);
+  test::PressKey(Qt::Key_Escape);
   EXPECT_FALSE(frame()->answerWindow()->isVisible());
-  press(Qt::Key_Escape);
+  test::PressKey(Qt::Key_Escape);
   EXPECT_TRUE(window()->isVisible());
   EXPECT_EQ(window()->hits().size(), 2);
   EXPECT_EQ(QApplication::focusWidget(), window()->List1);

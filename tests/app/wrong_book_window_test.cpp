@@ -21,21 +21,13 @@
 #include "practice/answer_window.h"
 #include "practice/directory_widget.h"
 #include "practice/practice_frame_widget.h"
+#include "support/keys.h"
 #include "support/test_env.h"
 #include "support/window_checks.h"
 
 using namespace mj;
 
 namespace {
-
-void press(Qt::Key key) {
-  QApplication::processEvents();
-  QWidget* to = QApplication::focusWidget();
-  if (!to) to = QApplication::activeWindow();
-  ASSERT_NE(to, nullptr) << "no widget has the focus";
-  QTest::keyClick(to, key);
-  QApplication::processEvents();
-}
 
 struct WrongBookWindow : ::testing::Test {
   std::unique_ptr<test::TestEnv> t;
@@ -191,15 +183,15 @@ TEST_F(WrongBookWindow, ByKeyboardAndHelp) {
   QApplication::processEvents();
   ASSERT_EQ(QApplication::focusWidget(), window()->Grid1);
   // Down to the second row, Enter: that bank's question.
-  press(Qt::Key_Down);
-  press(Qt::Key_Return);
+  test::PressKey(Qt::Key_Down);
+  test::PressKey(Qt::Key_Return);
   EXPECT_EQ(app().Run.RunIds, ids100021[0]);
-  press(keyOf(ids100021[0]) == u"A" ? Qt::Key_A : keyOf(ids100021[0]) == u"B" ? Qt::Key_B
+  test::PressKey(keyOf(ids100021[0]) == u"A" ? Qt::Key_A : keyOf(ids100021[0]) == u"B" ? Qt::Key_B
                                                  : keyOf(ids100021[0]) == u"C" ? Qt::Key_C
                                                                                : Qt::Key_D);
   ASSERT_TRUE(frame()->answerWindow()->isVisible());
-  press(Qt::Key_Escape);
-  press(Qt::Key_Escape);
+  test::PressKey(Qt::Key_Escape);
+  test::PressKey(Qt::Key_Escape);
   ASSERT_TRUE(window()->isVisible());
   EXPECT_EQ(window()->book().count(), 3);
   QList<int> asked;
