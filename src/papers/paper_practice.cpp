@@ -1,14 +1,13 @@
 #include "papers/paper_practice.h"
 
 #include <QDateTime>
-#include <QFile>
-#include <QFileInfo>
 #include <algorithm>
 #include <limits>
 
 #include "law/citations.h"
 #include "papers/paper_check.h"
 #include "papers/progress_record.h"
+#include "platform/file_moves.h"
 #include "platform/paths.h"
 #include "platform/text_toolkit.h"
 #include "platform/textfile.h"
@@ -343,7 +342,7 @@ std::optional<PracticeStart> StartPaperPractice(const Env& env, PaperState& stat
     const QString info = GetOutInfo(state, record, total);
     QString summary;
     if (!info.isEmpty()) {
-      const QDateTime changed = QFileInfo(start.recFile).lastModified();
+      const QDateTime changed = FileModified(start.recFile);
       const qint64 right = InfoRight(info);
       summary = QStringLiteral("今天是") + DateText(env.today()) + QStringLiteral("，本套试题") + kCrLf +
                 QStringLiteral("已经在") + DateText(changed.date()) + QString::number(changed.time().hour()) +
@@ -399,13 +398,13 @@ QString LeavePaperPractice(PaperState& state, const QString& paperFile, const QS
   const qsizetype dot = paper.lastIndexOf(u'.');
   const QString extension = dot > slash ? paper.mid(dot) : QString();
   const QString newPaper = newRec.left(newRec.size() - 4) + extension;
-  if (newPaper != paper && !QFile::rename(paper, newPaper)) return paperFile;
+  if (newPaper != paper && !RenameFileKeeping(paper, newPaper)) return paperFile;
   // A record of the new name that belongs to no paper goes; then the record
   // follows its paper.
   const QString rec = MapSeparators(recFile);
   if (newRec != rec) {
     if (FileExists(newRec)) RemoveFile(newRec);
-    QFile::rename(rec, newRec);
+    RenameFileKeeping(rec, newRec);
   }
   return newPaper;
 }

@@ -3,7 +3,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <cerrno>
 #include <cstdio>
+#include <fcntl.h>
 
 #include "platform/paths.h"
 
@@ -13,6 +15,19 @@ bool MoveFileOver(const QString& from, const QString& to) {
   const QString src = ResolveCase(MapSeparators(from));
   const QString dst = ResolveCase(MapSeparators(to));
   return ::rename(QFile::encodeName(src).constData(), QFile::encodeName(dst).constData()) == 0;
+}
+
+bool RenameFileKeeping(const QString& from, const QString& to) {
+  const QString target = ResolveCase(MapSeparators(to));
+  const QByteArray src = QFile::encodeName(ResolveCase(MapSeparators(from)));
+  const QByteArray dst = QFile::encodeName(target);
+  // The kernel refuses to replace in the same step as it renames, so that a
+  // file appearing under the new name meanwhile is never lost either.
+  if (::renameat2(AT_FDCWD, src.constData(), AT_FDCWD, dst.constData(), RENAME_NOREPLACE) == 0) return true;
+  if (errno != EINVAL && errno != ENOSYS) return false;
+  // A file system without that guarantee: look first, then rename.
+  if (QFileInfo::exists(target)) return false;
+  return ::rename(src.constData(), dst.constData()) == 0;
 }
 
 bool CopyFolderOver(const QString& from, const QString& to) {

@@ -10,6 +10,9 @@ namespace mj {
 
 // Renames a file, replacing `to`.
 bool MoveFileOver(const QString& from, const QString& to);
+// Renames a file only when nothing stands under the new name yet: false,
+// with both files untouched, when `to` exists or `from` cannot be renamed.
+bool RenameFileKeeping(const QString& from, const QString& to);
 // Copies a folder with all that is in it into `to` (made as needed),
 // replacing files of the same name there. False when something could not
 // be copied; what could be copied is copied.
