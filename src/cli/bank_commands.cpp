@@ -1,13 +1,11 @@
 #include "cli/bank_commands.h"
 
-#include <QFileInfo>
-
+#include "cli/paper_commands.h"
 #include "cli/scratch_folder.h"
 #include "bank/item_index.h"
 #include "bank/table_check.h"
 #include "bank/tables.h"
 #include "papers/paper_check.h"
-#include "papers/paper_file.h"
 #include "papers/paper_state.h"
 #include "platform/paths.h"
 #include "practice/app_state.h"
@@ -117,14 +115,10 @@ int DueCommand::run(CommandContext& ctx) {
 }
 
 int CheckPaperCommand::run(CommandContext& ctx) {
-  const QString path = ctx.operands[0];
-  const QFileInfo fi(path);
-  if (!fi.exists()) return ctx.fail(QStringLiteral("试卷文件 %1 不存在。").arg(path));
-  if (fi.isDir()) return ctx.fail(QStringLiteral("%1 是文件夹，不是试卷文件。").arg(path));
-  const PaperFile paper = ReadPaper(fi.absoluteFilePath());
-  if (!paper.ok) return ctx.fail(QStringLiteral("试卷文件 %1 无法读取。").arg(path));
+  QString text, problem;
+  if (!ReadNamedPaper(ctx.operands[0], &text, &problem)) return ctx.fail(problem);
   PaperState state;
-  const PaperCheckResult r = RunPaperCheck(ctx.env, paper.text, state);
+  const PaperCheckResult r = RunPaperCheck(ctx.env, text, state);
   ctx.out = r.report;
   return 0;
 }
