@@ -11,14 +11,19 @@
 
 namespace mj::cli {
 
-// Answers every box with its default button and keeps it.
+// Answers every box with its default button and keeps it. A command whose
+// option stands for the answer to a question of the core (apply-update
+// --again: "是") sets that answer for the boxes that ask.
 class KeptBoxes final : public MessageBoxes {
  public:
   int show(const QString& text, int style = 0, const QString& title = QString()) override;
   const QList<BoxRecord>& shown() const { return shown_; }
+  // Boxes with 是/否 (and 取消) from now on answer `answer` (box::Yes, box::No).
+  void answerQuestionsWith(int answer) { questionAnswer_ = answer; }
 
  private:
   QList<BoxRecord> shown_;
+  int questionAnswer_ = 0;
 };
 
 // Starts nothing: a command-line run never opens a document or a program.

@@ -34,7 +34,7 @@ struct OptionInfo {
 // What one run of a command works with.
 struct CommandContext {
   Env env;                           // the program folder and the services
-  const KeptBoxes* boxes = nullptr;  // the boxes the core showed during the run (env.boxes)
+  KeptBoxes* boxes = nullptr;  // the boxes the core showed during the run (env.boxes)
   QStringList operands;              // the arguments that are not options
   QHash<QString, QString> options;   // given options: name -> value ("" for a flag)
   QString out;                       // the result, CR LF or LF line ends
