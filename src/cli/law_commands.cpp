@@ -1,5 +1,7 @@
 #include "cli/law_commands.h"
 
+#include "cli/question_commands.h"
+
 #include "law/citations.h"
 #include "law/law_extract.h"
 #include "law/law_files.h"
@@ -99,10 +101,20 @@ int CiteCommand::run(CommandContext& ctx) {
 QList<OptionInfo> SearchCommand::options() const {
   return {{QStringLiteral("group"), true, QStringLiteral("组名"),
            QStringLiteral("只查法律树里这一组的法律（如 刑法类、试卷二相关法律、法规），或一部法律；不写时查全部法律"),
-           QStringLiteral("search only the laws of this group of the law trees, or one law; all laws without it")}};
+           QStringLiteral("search only the laws of this group of the law trees, or one law; all laws without it")},
+          {QStringLiteral("questions"), false, QString(),
+           QStringLiteral("不查法条，查试题（同“题目搜索”）：题干、选项、答案和注释里含有每个词的题，词之间用空格隔开，"
+                          "加引号的词照原样查；列出题库、题号和找到的文字"),
+           QStringLiteral("search the questions instead of the laws (as 题目搜索): every word, separated by blanks, must "
+                          "occur in the stem, options, answer or notes, a word in quotes as it stands; prints bank, ID "
+                          "and the line found")}};
 }
 
 int SearchCommand::run(CommandContext& ctx) {
+  if (ctx.has(QStringLiteral("questions"))) return RunQuestionSearch(ctx);
+  // The law search takes one text; only the question search takes words.
+  if (ctx.operands.size() > 1)
+    return ctx.fail(QStringLiteral("命令 search 的参数太多，用法：mingjing-cli search 文字（查试题时：search --questions 词…）。"));
   const QString text = ctx.operands[0];
   if (text.trimmed().isEmpty()) return ctx.fail(QStringLiteral("要查的文字是空的。"));
   QString shown;

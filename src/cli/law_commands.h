@@ -46,21 +46,25 @@ class CiteCommand final : public Command {
 };
 
 // search 正当防卫 --group 刑法类: the articles holding a text, as the law query
-// shows them for a group (or one law) of its trees.
+// shows them for a group (or one law) of its trees. With --questions the
+// question search instead (cli/question_commands.h).
 class SearchCommand final : public Command {
  public:
   QString name() const override { return QStringLiteral("search"); }
   QString operandsZh() const override { return QStringLiteral("文字"); }
   QString operandsEn() const override { return QStringLiteral("TEXT"); }
   QString summaryZh() const override {
-    return QStringLiteral("按法律查询的方式找出含这段文字的法条，如：search 正当防卫 --group 刑法类");
+    return QStringLiteral("按法律查询的方式找出含这段文字的法条，如：search 正当防卫 --group 刑法类；"
+                          "加 --questions 则按“题目搜索”查试题，如：search --questions 正当防卫 过当");
   }
   QString summaryEn() const override {
-    return QStringLiteral("the articles holding a text, as the law query finds them, e.g. search 正当防卫 --group 刑法类");
+    return QStringLiteral("the articles holding a text, as the law query finds them, e.g. search 正当防卫 --group 刑法类; "
+                          "with --questions the questions holding words, as 题目搜索 finds them");
   }
   QList<OptionInfo> options() const override;
   int minOperands() const override { return 1; }
-  int maxOperands() const override { return 1; }
+  // Several words for the question search (--questions).
+  int maxOperands() const override { return 1000; }
   int run(CommandContext& ctx) override;
 };
 

@@ -49,6 +49,10 @@ WrongBook BuildWrongBook(const Env& env, const ItemIndex& internal);
 // front ends without the program's index in memory.
 WrongBook ReadWrongBook(const Env& env);
 
+// What the window (and the command line) says of a book without questions.
+inline const QString kWrongBookEmpty =
+    QStringLiteral("错题本中没有题：做过的题最近一次都做对了，或者还没有做过题。");
+
 // The book as the list grid shows it, in the style of the practice log:
 // the bank, the count, the date of the newest wrong answer.
 QString WrongBookFormat();

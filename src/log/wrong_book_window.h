@@ -22,8 +22,6 @@ class LogGridWidget;
 
 // The line above the grid.
 QString WrongBookSummary(const WrongBook& book);
-inline const QString kWrongBookEmpty =
-    QStringLiteral("错题本中没有题：做过的题最近一次都做对了，或者还没有做过题。");
 
 class Form20 : public QWidget {
   Q_OBJECT
