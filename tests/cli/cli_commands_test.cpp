@@ -229,7 +229,7 @@ TEST_F(CliDemo, EveryBadInputGivesStatusOneAndItsMessageAndChangesNothing) {
                 u"命令 article 的参数太多，用法：mingjing-cli article 法律名 条号。"_qs);
   expectFailure({u"article"_qs, u"示例刑法"_qs, u"1"_qs, u"--again"_qs}, u"命令 article 没有选项 --again。"_qs);
   expectFailure({u"due"_qs, u"--papers=1"_qs}, u"选项 --papers 不带值。"_qs);
-  expectFailure({u"wrong"_qs}, u"未知命令：wrong。用 mingjing-cli --help 查看用法。"_qs);
+  expectFailure({u"wrongs"_qs}, u"未知命令：wrongs。用 mingjing-cli --help 查看用法。"_qs);
   expectUnchanged();
 }
 
