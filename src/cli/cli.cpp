@@ -11,6 +11,10 @@ namespace {
 
 const QString kProgram = QStringLiteral("mingjing-cli");
 
+// Said behind the summary of a command that changes the program folder.
+const QString kWritesZh = QStringLiteral("（会写入程序文件夹）");
+const QString kWritesEn = QStringLiteral(" (writes into the program folder)");
+
 QString SeeHelp() { return QStringLiteral("用 mingjing-cli --help 查看用法。"); }
 
 CliResult Failure(const QString& message) {
@@ -89,9 +93,9 @@ QString UsageLine(const Command& c) {
 QString Command::help() const {
   QString h;
   h += QStringLiteral("用法：%1 %2%3 [选项]\n").arg(kProgram, name(), operandsZh().isEmpty() ? QString() : QLatin1Char(' ') + operandsZh());
-  h += summaryZh() + QLatin1Char('\n');
+  h += summaryZh() + (writes() ? kWritesZh : QString()) + QLatin1Char('\n');
   h += QStringLiteral("Usage: %1 %2%3 [options]\n").arg(kProgram, name(), operandsEn().isEmpty() ? QString() : QLatin1Char(' ') + operandsEn());
-  h += summaryEn() + QLatin1Char('\n');
+  h += summaryEn() + (writes() ? kWritesEn : QString()) + QLatin1Char('\n');
   h += QStringLiteral("\n选项 / Options:\n");
   QList<OptionInfo> all = options();
   all.append({QStringLiteral("folder"), true, QStringLiteral("文件夹"), QStringLiteral("在这个程序文件夹上工作"),
@@ -109,16 +113,18 @@ QString GeneralHelp() {
   QString h;
   h += QStringLiteral("明镜学习伴侣的命令行工具：在程序文件夹上查法条、查引文、检验试卷……\n");
   h += QStringLiteral("用法：mingjing-cli 命令 [参数] [--folder 文件夹]\n\n命令：\n");
-  for (const auto& c : commands) h += QStringLiteral("  %1\n      %2\n").arg(UsageLine(*c), c->summaryZh());
+  for (const auto& c : commands)
+    h += QStringLiteral("  %1\n      %2%3\n").arg(UsageLine(*c), c->summaryZh(), c->writes() ? kWritesZh : QString());
   h += QStringLiteral(
       "\n程序文件夹：--folder 指定的文件夹；不指定时是程序所在的文件夹；安装的程序用个人数据文件夹\n"
       "~/.local/share/mingjing（$XDG_DATA_HOME/mingjing），第一次使用时从数据包填充。\n"
-      "成功时退出状态为 0；出错时为 1，并在标准错误输出一行说明。输出为 UTF-8。\n"
+      "成功时退出状态为 0；出错时为 1，并在标准错误输出一行说明；输入有误时程序文件夹保持原样。输出为 UTF-8。\n"
       "每个命令的详细说明：mingjing-cli 命令 --help。\n\n");
   h += QStringLiteral("The command-line companion of Mingjing: law articles, citations, paper checks ... on a program folder.\n");
   h += QStringLiteral("Usage: mingjing-cli COMMAND [ARGUMENTS] [--folder DIR]\n\nCommands:\n");
   for (const auto& c : commands)
-    h += QStringLiteral("  %1 %2\n      %3\n").arg(kProgram + QLatin1Char(' ') + c->name(), c->operandsEn(), c->summaryEn());
+    h += QStringLiteral("  %1 %2\n      %3%4\n")
+             .arg(kProgram + QLatin1Char(' ') + c->name(), c->operandsEn(), c->summaryEn(), c->writes() ? kWritesEn : QString());
   h += QStringLiteral(
       "\nProgram folder: the folder given by --folder; without it the folder the program stands in; an installed\n"
       "program uses the per-user folder ~/.local/share/mingjing ($XDG_DATA_HOME/mingjing), filled from the data\n"
