@@ -34,11 +34,21 @@ void forEachEntry(const QString& story, const QString& answer, Visit&& visit) {
   }
 }
 
+// Whether an entry starts with "yyyy-mm-dd", all ten characters digits but
+// for the two dashes.
+bool isDigitDay(QStringView entry) {
+  for (qsizetype i = 0; i < 10; ++i) {
+    const char16_t c = entry[i].unicode();
+    if (i == 4 || i == 7 ? c != u'-' : (c < u'0' || c > u'9')) return false;
+  }
+  return true;
+}
+
 // Reads the questions of one item table; a problem with the table goes to
 // `problems`.
 QList<RecordedQuestion> readQuestions(const QString& path, QStringList& problems) {
-  const QString problem = TableProblem(path, {QStringLiteral("filename"), QStringLiteral("story"),
-                                              QStringLiteral("answer"), QStringLiteral("valid2")});
+  const QString problem = TableProblem(
+      path, {QStringLiteral("filename"), QStringLiteral("story"), QStringLiteral("answer"), QStringLiteral("valid2")});
   if (!problem.isEmpty()) problems.append(problem);
   QList<RecordedQuestion> out;
   DbfScan scan(ResolveCase(path));
@@ -142,20 +152,34 @@ QList<RecordEntryOf> EntriesOf(const QString& story, const QString& answer) {
 
 QList<DayAnswers> AnswersPerDay(const PracticeRecords& records, const QDate& today, int days) {
   QList<DayAnswers> out(std::max(0, days));
+  if (out.isEmpty()) return out;
   const QDate first = today.addDays(1 - days);
   for (int i = 0; i < out.size(); ++i) out[i].day = first.addDays(i);
   const qint64 firstDay = first.toJulianDay();
+  // Most entries of a long record lie before the first day. An entry in the
+  // form the program writes starts with its day as ten characters,
+  // "yyyy-mm-dd" all digits, and such texts compare as their days do: one
+  // outside the texts of the first day and of today is passed over without
+  // reading its date. It could not count anyway: out of the days, or no
+  // date at all.
+  const bool byText = first.year() >= 1 && today.year() <= 9999;
+  const QString firstText = first.toString(QStringLiteral("yyyy-MM-dd"));
+  const QString lastText = today.toString(QStringLiteral("yyyy-MM-dd"));
   for (const QList<RecordedQuestion>* table : {&records.internal, &records.simulated}) {
     for (const RecordedQuestion& q : *table) {
-      if (q.story.size() < kEntryLength) continue;
-      forEachEntry(q.story, q.answer, [&](const RecordEntryOf& e) {
-        const qint64 i = e.day.toJulianDay() - firstDay;
+      const QStringView all(q.story);
+      const qsizetype n = all.size() / kEntryLength;
+      for (qsizetype e = 0; e < n; ++e) {
+        const QStringView entry = all.mid(e * kEntryLength, kEntryLength);
+        if (byText && isDigitDay(entry) && (entry.first(10) < firstText || entry.first(10) > lastText)) continue;
+        const std::optional<QDate> day = EntryDate(entry);
+        if (!day) continue;
+        const qint64 i = day->toJulianDay() - firstDay;
         if (i >= 0 && i < out.size()) {
           ++out[i].answers;
-          if (e.right) ++out[i].right;
+          if (entry.mid(16).trimmed() == q.answer) ++out[i].right;
         }
-        return true;
-      });
+      }
     }
   }
   return out;

@@ -165,6 +165,46 @@ TEST(EntryDate, ReadsTheFirstSixteenCharacters) {
   EXPECT_FALSE(EntryDate(u"2003-06-26 10"_qs));
 }
 
+namespace {
+
+QString WrittenEntry(int year, int month, int day, const QString& time = u"10:32"_qs) {
+  return u"%1-%2-%3 "_qs.arg(year, 4, 10, QChar(u'0')).arg(month, 2, 10, QChar(u'0')).arg(day, 2, 10, QChar(u'0')) +
+         time + u"  AB"_qs;
+}
+
+}  // namespace
+
+// Entries in the form the program writes are read by a quicker way than
+// the other forms: the day must be the calendar's day, and what is no day
+// must stay no day.
+TEST(EntryDate, WrittenFormGivesTheCalendarsDay) {
+  for (QDate d(1899, 12, 1); d <= QDate(2101, 1, 31); d = d.addDays(1))
+    ASSERT_EQ(EntryDate(WrittenEntry(d.year(), d.month(), d.day())), d) << qPrintable(d.toString(Qt::ISODate));
+  for (int y = 1; y <= 9999; ++y) {
+    for (auto [m, day] : {std::pair{1, 1}, {2, 28}, {2, 29}, {3, 1}, {12, 31}}) {
+      const std::optional<QDate> want =
+          QDate::isValid(y, m, day) ? std::optional<QDate>(QDate(y, m, day)) : std::nullopt;
+      ASSERT_EQ(EntryDate(WrittenEntry(y, m, day)), want) << y << "-" << m << "-" << day;
+    }
+  }
+  EXPECT_FALSE(EntryDate(WrittenEntry(0, 1, 1)));
+  EXPECT_FALSE(EntryDate(WrittenEntry(2003, 2, 29)));
+  EXPECT_FALSE(EntryDate(WrittenEntry(1900, 2, 29)));
+  EXPECT_EQ(EntryDate(WrittenEntry(2000, 2, 29)), QDate(2000, 2, 29));
+  EXPECT_FALSE(EntryDate(WrittenEntry(2003, 4, 31)));
+  EXPECT_FALSE(EntryDate(WrittenEntry(2003, 0, 10)));
+  EXPECT_FALSE(EntryDate(WrittenEntry(2003, 6, 0)));
+  EXPECT_EQ(EntryDate(WrittenEntry(2003, 6, 26, u"23:59"_qs)), QDate(2003, 6, 26));
+  EXPECT_EQ(EntryDate(WrittenEntry(2003, 6, 26, u"00:00"_qs)), QDate(2003, 6, 26));
+  EXPECT_FALSE(EntryDate(WrittenEntry(2003, 6, 26, u"24:00"_qs)));
+  EXPECT_FALSE(EntryDate(WrittenEntry(2003, 6, 26, u"23:60"_qs)));
+  EXPECT_FALSE(EntryDate(WrittenEntry(2003, 6, 26, u"1a:00"_qs)));
+  EXPECT_FALSE(EntryDate(u"2003-06-2x 10:32  AB"_qs));
+  // The same text in the other forms gives the same day.
+  EXPECT_EQ(EntryDate(u"2003-06-26 10:32"_qs), EntryDate(u" 2003-6-26 10:32"_qs));
+  EXPECT_EQ(EntryDate(u"2003-06-26 10:32"_qs), EntryDate(u"2003/06/26 10:32"_qs));
+}
+
 // --- the counts ---
 
 namespace {

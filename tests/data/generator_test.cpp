@@ -246,6 +246,45 @@ TEST(Generator, RecordsHaveEveryShape) {
   EXPECT_EQ(shapes.size(), gen::kStoryShapes);
 }
 
+// Records as long as the program keeps them, for the statistics' benchmarks:
+// ten entries each in both tables, over about the last 90 days, the oldest
+// wrong for every second question, and the directories count them.
+TEST(Generator, FullRecordsHoldTenEntries) {
+  gen::Sizes s = Small();
+  s.fullRecords = true;
+  const auto g = Make(s);
+  int wrongOldest = 0, rows = 0;
+  for (const QString& table : {u"items.mmd"_qs, u"csitems.mmd"_qs}) {
+    const auto all = TableRows(g->root() + u"/dbf/"_qs + table);
+    for (int i = 0; i < all.size(); ++i) {
+      const QString story = all[i][u"story"_qs], key = all[i][u"answer"_qs];
+      SCOPED_TRACE(story.toStdString());
+      ++rows;
+      ASSERT_EQ(story.size(), 200);
+      for (int e = 0; e < 10; ++e) {
+        const QString entry = story.mid(e * 20, 20);
+        EXPECT_TRUE(QDateTime::fromString(entry.left(16), u"yyyy-MM-dd hh:mm"_qs).isValid());
+        EXPECT_LE(DateOf(entry), s.today);
+        EXPECT_LT(DateOf(entry).daysTo(s.today), 110);
+        if (e > 0) {
+          EXPECT_LT(DateOf(entry), DateOf(story.mid((e - 1) * 20, 20))) << "newest first";
+        }
+        if (e < 9) {
+          EXPECT_EQ(entry.mid(16, 4).trimmed(), key);
+        }
+      }
+      if (story.right(4).trimmed() != key) ++wrongOldest;
+    }
+  }
+  EXPECT_EQ(rows, 50 + 2 * 10);
+  EXPECT_EQ(wrongOldest, 25 + 2 * 5);
+  // With a wrong oldest entry ten answers are far more than two: nothing is due.
+  const auto face = TableRows(g->root() + u"/dbf/33ok.mmd"_qs);
+  int ok = 0;
+  for (const auto& row : face) ok += row[u"oknum"_qs].toInt();
+  EXPECT_EQ(ok, 0);
+}
+
 TEST(Generator, DueTestFollowsTheDefaultSettings) {
   const QDate today(2026, 11, 21);
   EXPECT_TRUE(gen::DueWithDefaults(u"no"_qs, u"A"_qs, today));

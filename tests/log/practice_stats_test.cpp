@@ -77,8 +77,8 @@ void WriteDirectory(const test::TestEnv& t, const QString& table, const QList<st
 
 void WriteLawNames(const test::TestEnv& t) {
   DbfTable tab = DbfTable::create(t.path(u"\\dbf\\33.mmd"_qs), tables::LawNameFields());
-  for (const auto& [name, file] : {std::pair{u"《示例刑法》"_qs, u"\\yibanti\\10001"_qs},
-                                   std::pair{u"《示例民法》"_qs, u"\\yibanti\\10002"_qs}}) {
+  for (const auto& [name, file] :
+       {std::pair{u"《示例刑法》"_qs, u"\\yibanti\\10001"_qs}, std::pair{u"《示例民法》"_qs, u"\\yibanti\\10002"_qs}}) {
     const int r = tab.appendRow();
     tab.setText(r, u"lawname"_qs, name);
     tab.setText(r, u"filename"_qs, file);
@@ -181,6 +181,31 @@ TEST(PracticeStats, AnswersPerDayOfASmallFolder) {
   EXPECT_EQ(nonEmpty, expected);
 }
 
+// Entries in other forms than the program writes count by their date as the
+// due test reads it; days that do not exist and entries out of order count
+// by their own date, wherever they stand.
+TEST(PracticeStats, AnswersPerDayReadEveryFormOfDate) {
+  PracticeRecords r;
+  auto add = [&r](const QString& story, const QString& key) { r.internal.append({u"100011"_qs, story, key, true}); };
+  add(u"2026-8-24 9:05     A"_qs + u"2026/11/21 10:32   A"_qs + u" 2026-11-2 10:3    B"_qs, u"A"_qs);
+  add(u"2026-11-31 10:32   A"_qs + u"2026-02-29 10:32   A"_qs + u"2026-11-2x 10:32   A"_qs + u"2026-11-20 25:00   A"_qs,
+      u"A"_qs);
+  // Out of order: a day in the chart behind one before it and one after today.
+  add(Entry(QDate(2026, 1, 1), u"A"_qs) + Entry(kToday.addDays(1), u"A"_qs) + Entry(QDate(2026, 8, 24), u"B"_qs) +
+          Entry(QDate(2026, 8, 23), u"A"_qs) + Entry(QDate(2025, 11, 21), u"A"_qs) + Entry(kToday, u"A"_qs),
+      u"A"_qs);
+  r.simulated.append({u"000011"_qs, u"2026-11-21 10:32:01A"_qs + u"2026-11-21  9:32   C"_qs, u"C"_qs, true});
+  const QList<DayAnswers> days = AnswersPerDay(r, kToday);
+  ASSERT_EQ(days.first().day, QDate(2026, 8, 24));
+  QMap<QDate, std::pair<int, int>> nonEmpty;
+  for (const DayAnswers& d : days)
+    if (d.answers > 0) nonEmpty.insert(d.day, {d.answers, d.right});
+  // 2026-11-02 " 2026-11-2 10:3" trimmed reads as the 2nd, its answer "B" wrong.
+  const QMap<QDate, std::pair<int, int>> expected = {
+      {QDate(2026, 8, 24), {2, 1}}, {QDate(2026, 11, 2), {1, 0}}, {kToday, {4, 3}}};
+  EXPECT_EQ(nonEmpty, expected);
+}
+
 TEST(PracticeStats, AnswersPerDayEqualTheEntriesTheTestWrote) {
   Folder f;
   const PracticeRecords records = ReadPracticeRecords(f.dbf());
@@ -278,8 +303,12 @@ TEST(PracticeStats, DueForecastEqualsTheDayByDayTest) {
 TEST(PracticeStats, DueTodayEqualsTheCountsOfTheDirectories) {
   Folder f;
   Settings settings;
-  for (const auto& [i, v] : {std::pair{kStOkTimes, 2}, {kStAddNum, 1}, {kStPassDays, 20}, {kTsOkTimes, 1},
-                             {kTsAddNum, 2}, {kTsPassDays, 10}})
+  for (const auto& [i, v] : {std::pair{kStOkTimes, 2},
+                             {kStAddNum, 1},
+                             {kStPassDays, 20},
+                             {kTsOkTimes, 1},
+                             {kTsAddNum, 2},
+                             {kTsPassDays, 10}})
     settings.setNumber(i, v);
   const QList<DueDay> days = DueForecast(ReadPracticeRecords(f.dbf()), InternalSchedule(settings, kToday),
                                          SimulatedSchedule(settings, kToday));
@@ -308,7 +337,11 @@ TEST(PracticeStats, DueForecastOverTheEndOfAMonth) {
   WriteTable(t, u"items.mmd"_qs,
              {{u"10001100001"_qs, u"A"_qs, true, {{QDate(2026, 10, 31), u"A"_qs}}, {}},
               {u"10001100002"_qs, u"A"_qs, true, {}, {}},  // never done
-              {u"10001100003"_qs, u"A"_qs, true, {{QDate(2026, 10, 31), u"A"_qs}, {QDate(2026, 9, 1), u"A"_qs}}, {}},  // finished
+              {u"10001100003"_qs,
+               u"A"_qs,
+               true,
+               {{QDate(2026, 10, 31), u"A"_qs}, {QDate(2026, 9, 1), u"A"_qs}},
+               {}},                                                           // finished
               {u"10001100004"_qs, u"A"_qs, true, {{kToday, u"B"_qs}}, {}}});  // wrong today: due after day 29
   WriteTable(t, u"csitems.mmd"_qs, {});
   WriteDirectory(t, u"33ok.mmd"_qs, {{u"《示例刑法》单项选择题"_qs, u"\\yibanti\\100011.mmd"_qs}});

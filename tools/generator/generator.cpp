@@ -183,7 +183,7 @@ class Writer {
     q.id = id;
     q.type = type;
     q.key = KeyOf(type, i);
-    q.story = StoryText(StoryShapeOf(i), i, q.key, s_.today);
+    q.story = s_.fullRecords ? FullStoryText(i, q.key, s_.today) : StoryText(StoryShapeOf(i), i, q.key, s_.today);
     const QList<Cited> cites = CitationsOf(i, s_);
     int count = 0;
     q.aboutlaw = FlatList(cites, &count);
@@ -464,6 +464,18 @@ QString StoryText(Story shape, int i, const QString& key, const QDate& today) {
   return QString();
 }
 
+QString FullStoryText(int i, const QString& key, const QDate& today) {
+  const QTime at(8 + i % 12, (i * 7) % 60);
+  QString s;
+  int offset = i % 9;
+  for (int k = 0; k < 10; ++k) {
+    const bool wrong = k == 9 && i % 2 == 1;
+    s += RecordEntry(QDateTime(today.addDays(-offset), at), wrong ? WrongAnswer(key) : key);
+    offset += 8 + (i + k) % 3;
+  }
+  return s;
+}
+
 bool DueWithDefaults(const QString& story, const QString& key, const QDate& today) {
   Schedule defaults;  // done right once, one more after a wrong answer, 30 days apart
   defaults.today = today;
@@ -503,7 +515,8 @@ QString UpdatePackage(const Sizes& s, int items, QStringList* ids) {
     }
     text += kCrLf + QStringLiteral("●") + kTags[type] +
             QStringLiteral("生成更新试题%1：根据生成法律，下列说法正确的是(      )").arg(k + 1);
-    for (int o = 0; o < 4; ++o) text += kCrLf + QChar(u'A' + o) + QStringLiteral("．更新选项%1%2").arg(QChar(u'A' + o)).arg(k + 1);
+    for (int o = 0; o < 4; ++o)
+      text += kCrLf + QChar(u'A' + o) + QStringLiteral("．更新选项%1%2").arg(QChar(u'A' + o)).arg(k + 1);
     text += kCrLf + QStringLiteral("■答案：") + kKeys[type] + QStringLiteral("参见") + CitationText(cites, 1) + kCrLf +
             QStringLiteral("[注释：]生成的更新说明%1。").arg(k + 1) + kCrLf + QStringLiteral("[本题标识ID：][") + id +
             u']' + kCrLf;

@@ -29,6 +29,9 @@ struct Sizes {
   int paperQuestions = 30;            // questions of each simulated paper
   int codesPerGroup = 10;             // bank codes under one top heading of the directory
   QDate today = QDate(2026, 11, 21);  // the day the practice records are written against
+  // Every record as long as the program keeps one (FullStoryText) instead
+  // of the five shapes below: for the statistics' benchmarks.
+  bool fullRecords = false;
 };
 
 // The shapes of practice records (field story). Question i of an item table
@@ -44,6 +47,10 @@ inline constexpr int kStoryShapes = 5;
 Story StoryShapeOf(int i);
 // The record of question i in shape `shape` for the answer key `key`.
 QString StoryText(Story shape, int i, const QString& key, const QDate& today);
+// A record of ten entries (200 characters, the longest the program keeps:
+// a longer one is cut to 160) over the last 90 days or so, newest first, 8
+// to 10 days apart; the oldest entry is wrong for every second question.
+QString FullStoryText(int i, const QString& key, const QDate& today);
 // The program's due test with the settings a new user has (done right once,
 // one more after a wrong answer, 30 days apart): the eligible counts that
 // the directory tables are written with.
