@@ -55,7 +55,11 @@ out=$("$root/usr/bin/mingjing-cli" article 示例刑法 3) || fail "mingjing-cli
 expected=$'《示例刑法》\n　　第三条　只有法律明文规定为犯罪的行为，才能依照法律定罪处刑；法律没有明文规定为犯罪的行为，不得定罪处刑。'
 [ "$out" = "$expected" ] || fail "article printed: $out"
 [ -d "$HOME/.local/share/mingjing/yibanti" ] || fail "the per-user folder was not filled"
-"$root/usr/bin/mingjing-cli" --help | grep -q 'Usage: mingjing-cli COMMAND' || fail "mingjing-cli --help"
+# The help is read whole before it is searched: grep -q stops reading at the
+# first match, and a help longer than one pipe write would end the program
+# with SIGPIPE, which pipefail counts as a failure.
+help=$("$root/usr/bin/mingjing-cli" --help) || fail "mingjing-cli --help ended with an error"
+grep -q 'Usage: mingjing-cli COMMAND' <<<"$help" || fail "mingjing-cli --help"
 
 # 4. The installed program, started offscreen on another fresh per-user
 #    folder: it fills the folder, starts and keeps running until stopped.
