@@ -92,8 +92,42 @@ struct ForumFolder {
   }
 };
 
-void BM_ForumGeneration(benchmark::State& state) {
+const ForumFolder& TheForumFolder() {
   static ForumFolder folder;
+  return folder;
+}
+
+// An empty forum database with the laws and the boards, as 处理论坛数据
+// finds it on the site's first run.
+bool PrepareForumDatabase(const Env& env, QString* error) {
+  RemoveFile(env.path(kForumDbFile));
+  SqlConnection c;
+  if (!OpenForumDatabase(env, c, error)) return false;
+  QSqlQuery q(c.db());
+  c.db().transaction();
+  for (int k = 0; k < 20; ++k)
+    q.exec(QStringLiteral("INSERT INTO lawinfo (a, a1, c, firsttid) VALUES ('%1', '%2', '%3', 0)")
+               .arg(gen::LawTitle(k), gen::LawCode(k))
+               .arg(kFirstBoard + k % (kLastBoard - kFirstBoard + 1)));
+  for (int board = kTotalsBoard; board <= kLastBoard; ++board)
+    q.exec(QStringLiteral("INSERT INTO board (boardid, lastbbsnum, lasttopicnum, todaynum) VALUES (%1, 0, 0, 0)")
+               .arg(board));
+  return c.db().commit();
+}
+
+// The topics written into the database.
+qint64 TopicsWritten(const Env& env) {
+  SqlConnection c;
+  QString error;
+  if (!OpenForumDatabase(env, c, &error)) return -1;
+  QSqlQuery q(c.db());
+  if (!q.exec(QStringLiteral("SELECT COUNT(*) FROM topic")) || !q.next()) return -1;
+  return q.value(0).toLongLong();
+}
+
+// The generation alone: open the database, walk the laws, write.
+void BM_ForumGeneration(benchmark::State& state) {
+  const ForumFolder& folder = TheForumFolder();
   if (!folder.ok) {
     state.SkipWithError("no generated folder");
     return;
@@ -102,29 +136,13 @@ void BM_ForumGeneration(benchmark::State& state) {
   qint64 written = 0;
   for (auto _ : state) {
     state.PauseTiming();
-    RemoveFile(b.env.path(kForumDbFile));
-    {
-      SqlConnection c;
-      QString error;
-      if (!OpenForumDatabase(b.env, c, &error)) {
-        state.SkipWithError(qPrintable(error));
-        break;
-      }
-      QSqlQuery q(c.db());
-      c.db().transaction();
-      for (int k = 0; k < 20; ++k)
-        q.exec(QStringLiteral("INSERT INTO lawinfo (a, a1, c, firsttid) VALUES ('%1', '%2', '%3', 0)")
-                   .arg(gen::LawTitle(k), gen::LawCode(k))
-                   .arg(kFirstBoard + k % (kLastBoard - kFirstBoard + 1)));
-      for (int board = kTotalsBoard; board <= kLastBoard; ++board)
-        q.exec(QStringLiteral("INSERT INTO board (boardid, lastbbsnum, lasttopicnum, todaynum) VALUES (%1, 0, 0, 0)")
-                   .arg(board));
-      c.db().commit();
+    QString error;
+    if (!PrepareForumDatabase(b.env, &error)) {
+      state.SkipWithError(qPrintable(error));
+      break;
     }
     state.ResumeTiming();
-    // The whole of 处理论坛数据: open the database, walk the laws, write.
     SqlConnection c;
-    QString error;
     OpenForumDatabase(b.env, c, &error);
     ForumCounters counters;
     const ForumRunResult r = ProcessForumData(b.env, c, counters, NewsLinks{}, [](qint64, qint64) {});
@@ -134,9 +152,46 @@ void BM_ForumGeneration(benchmark::State& state) {
       break;
     }
   }
+  if (written != kForumQuestions) state.SkipWithError("not every question written");
   state.counters["questions"] = static_cast<double>(written);
 }
 BENCHMARK(BM_ForumGeneration)->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(3);
+
+// The button 处理论坛数据 of the knowledge-point window on the screen: the
+// generation with the window's bar moved and its events let through after
+// each question, then the box "ok".
+void BM_ForumGenerationWindow(benchmark::State& state) {
+  const ForumFolder& folder = TheForumFolder();
+  if (!folder.ok) {
+    state.SkipWithError("no generated folder");
+    return;
+  }
+  bench::BenchEnv b(folder.dir.path());
+  AppState app;
+  app.env = b.env;
+  Form17 form(app);
+  form.openWindow();
+  QApplication::processEvents();
+  qint64 written = 0;
+  for (auto _ : state) {
+    state.PauseTiming();
+    QString error;
+    if (!PrepareForumDatabase(b.env, &error)) {
+      state.SkipWithError(qPrintable(error));
+      break;
+    }
+    b.boxes.clear();
+    state.ResumeTiming();
+    form.Command7_Click();
+    state.PauseTiming();
+    written = TopicsWritten(b.env);
+    state.ResumeTiming();
+  }
+  if (written != kForumQuestions || b.boxes.shown().isEmpty() || b.boxes.shown().last().text != QStringLiteral("ok"))
+    state.SkipWithError("not every question written");
+  state.counters["questions"] = static_cast<double>(written);
+}
+BENCHMARK(BM_ForumGenerationWindow)->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(3);
 
 }  // namespace
 

@@ -16,6 +16,7 @@
 #include <QTemporaryDir>
 #include <QFileInfo>
 #include <QHostAddress>
+#include <algorithm>
 #include <unistd.h>
 
 #include "bank/bank_text.h"
@@ -443,11 +444,8 @@ namespace {
 class PostgresServer {
  public:
   PostgresServer() {
-    QString bin;
-    for (const QString& name : {u"initdb"_qs, u"pg_ctl"_qs})
-      if (QStandardPaths::findExecutable(name).isEmpty()) return;
-    bin = QFileInfo(QStandardPaths::findExecutable(u"initdb"_qs)).canonicalPath();
-    if (!dir_.isValid()) return;
+    const QString bin = serverPrograms();
+    if (bin.isEmpty() || !dir_.isValid()) return;
     QFile::setPermissions(dir_.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner |
                                            QFileDevice::ReadOther | QFileDevice::WriteOther | QFileDevice::ExeOther |
                                            QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ExeGroup);
@@ -479,6 +477,30 @@ class PostgresServer {
   int port() const { return port_; }
 
  private:
+  // The folder of initdb and pg_ctl: the one of initdb on the PATH, else
+  // where Debian's packages put them, /usr/lib/postgresql/<version>/bin
+  // (the newest version); empty when there is none.
+  static QString serverPrograms() {
+    auto hasBoth = [](const QString& dir) {
+      return QFileInfo(dir + u"/initdb"_qs).isExecutable() && QFileInfo(dir + u"/pg_ctl"_qs).isExecutable();
+    };
+    const QString onPath = QStandardPaths::findExecutable(u"initdb"_qs);
+    if (!onPath.isEmpty() && hasBoth(QFileInfo(onPath).canonicalPath())) return QFileInfo(onPath).canonicalPath();
+    QDir lib(u"/usr/lib/postgresql"_qs);
+    QList<int> versions;
+    for (const QString& v : lib.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+      bool number = false;
+      const int n = v.toInt(&number);
+      if (number) versions.append(n);
+    }
+    std::sort(versions.rbegin(), versions.rend());
+    for (int v : versions) {
+      const QString dir = lib.filePath(QString::number(v) + u"/bin"_qs);
+      if (hasBoth(dir)) return dir;
+    }
+    return {};
+  }
+
   static bool run(const QStringList& prefix, const QString& program, const QStringList& args) {
     QProcess p;
     QStringList all = prefix;
