@@ -24,6 +24,8 @@ class BankTitles {
   const QHash<QString, QString>& of(const Env& env);
   // The title of a bank; the bank's 6 characters when no row names it.
   QString title(const QString& bank) const { return titles_.value(bank, bank); }
+  // The titles last read.
+  const QHash<QString, QString>& titles() const { return titles_; }
 
  private:
   QString root_;

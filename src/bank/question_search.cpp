@@ -1,6 +1,7 @@
 #include "bank/question_search.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "bank/bank_text.h"
 #include "bank/tables.h"
@@ -33,6 +34,26 @@ constexpr qsizetype kLineWidth = 60;
 constexpr qsizetype kBefore = 20;
 
 const QString kEllipsis = QStringLiteral("…");
+
+// The first place of word in text from `from` on, or -1. The search runs
+// over the bytes with the C library's memmem, which skips through the
+// 16 MB of texts of a folder of 20,000 questions several times as fast as
+// QStringMatcher does (whose skip table sees only the low byte of a
+// character, alike in many Chinese characters); a find that starts inside
+// a character is passed over.
+qsizetype FindWord(QStringView text, qsizetype from, QStringView word) {
+  if (word.isEmpty()) return from <= text.size() ? from : -1;
+  const char* base = reinterpret_cast<const char*>(text.data());
+  const char* end = base + text.size() * 2;
+  const auto bytes = static_cast<std::size_t>(word.size()) * 2;
+  for (const char* p = base + from * 2; p < end;) {
+    const auto* found = static_cast<const char*>(memmem(p, static_cast<std::size_t>(end - p), word.data(), bytes));
+    if (!found) return -1;
+    if ((found - base) % 2 == 0) return (found - base) / 2;
+    p = found + 1;
+  }
+  return -1;
+}
 
 }  // namespace
 
@@ -163,9 +184,50 @@ void QuestionSearch::readFile(BankFile& f) const {
   }
 }
 
+struct SearchCorpus {
+  struct Question {
+    QString id;
+    QString bank;  // the 6 characters of the ID
+    qsizetype file = -1;  // the bank file, an index into the search's files
+    QString text;         // its searchable text (shared with the file's)
+  };
+  std::vector<Question> questions;
+  // The folded texts of all questions, one behind the other, each closed by
+  // a line feed (which no folded text or word holds); starts[i] is where
+  // question i begins, starts.back() the length of the whole.
+  QString folded;
+  std::vector<qsizetype> starts;
+};
+
+QuestionSearch::QuestionSearch() : corpus_(std::make_shared<const SearchCorpus>()) {}
+QuestionSearch::~QuestionSearch() = default;
+QuestionSearch::QuestionSearch(QuestionSearch&&) noexcept = default;
+QuestionSearch& QuestionSearch::operator=(QuestionSearch&&) noexcept = default;
+
+qsizetype QuestionSearch::questionCount() const { return static_cast<qsizetype>(corpus_->questions.size()); }
+
+bool QuestionSearch::sameQuestions(const ItemIndex& internal) const {
+  // Compared in place: building the list of 20,000 IDs each time would cost
+  // more than the search itself.
+  const std::vector<SearchCorpus::Question>& questions = corpus_->questions;
+  std::size_t k = 0;
+  for (const ItemIndex* index : {&internal, static_cast<const ItemIndex*>(&papers_)}) {
+    for (const ItemRow& row : *index) {
+      if (!row.valid2 || row.itemid.isEmpty()) continue;
+      if (k >= questions.size() || questions[k].id != row.itemid) return false;
+      ++k;
+    }
+  }
+  return k == questions.size();
+}
+
 void QuestionSearch::refresh(const Env& env, const ItemIndex& internal) {
   if (root_ != env.root) {
+    // Another program folder: nothing read so far counts; whoever listens
+    // to the progress still does.
+    auto listener = std::move(progress);
     *this = QuestionSearch();
+    progress = std::move(listener);
     root_ = env.root;
   }
   // The paper table is small and read again whenever it changed.
@@ -176,126 +238,164 @@ void QuestionSearch::refresh(const Env& env, const ItemIndex& internal) {
     papersStamp_ = papers;
     papersRead_ = true;
   }
+  const bool same = sameQuestions(internal);
   QStringList ids;
-  ids.reserve(internal.size() + papers_.size());
-  for (const ItemIndex* index : {&internal, static_cast<const ItemIndex*>(&papers_)})
-    for (const ItemRow& row : *index)
-      if (row.valid2 && !row.itemid.isEmpty()) ids.append(row.itemid);
-  // The bank file of every question; then each of them read when it is
-  // new or changed.
-  bool changed = ids != ids_;
-  std::vector<qsizetype> fileOfQuestion;
-  fileOfQuestion.reserve(ids.size());
-  std::vector<qsizetype> used;
-  std::vector<bool> isUsed(files_.size(), false);
-  for (const QString& id : ids) {
-    const QString relative = BankFileOf(id);
-    auto it = fileOf_.constFind(relative);
-    qsizetype index;
-    if (it == fileOf_.constEnd()) {
-      // A new file has the stamp of a missing one until it is read below:
-      // a missing file is never read and stays unreadable.
-      index = static_cast<qsizetype>(files_.size());
-      files_.push_back(BankFile{env.path(relative), FileStamp(), false, {}});
-      isUsed.push_back(false);
-      fileOf_.insert(relative, index);
-    } else {
-      index = *it;
+  if (!same) {
+    // The bank file of every question, each file once in used_.
+    ids.reserve(internal.size() + papers_.size());
+    for (const ItemIndex* index : {&internal, static_cast<const ItemIndex*>(&papers_)})
+      for (const ItemRow& row : *index)
+        if (row.valid2 && !row.itemid.isEmpty()) ids.append(row.itemid);
+    fileOfQuestion_.clear();
+    fileOfQuestion_.reserve(ids.size());
+    used_.clear();
+    std::vector<bool> isUsed(files_.size(), false);
+    for (const QString& id : ids) {
+      const QString relative = BankFileOf(id);
+      auto it = fileOf_.constFind(relative);
+      qsizetype index;
+      if (it == fileOf_.constEnd()) {
+        // A new file has the stamp of a missing one until it is read below:
+        // a missing file is never read and stays unreadable.
+        index = static_cast<qsizetype>(files_.size());
+        files_.push_back(BankFile{env.path(relative), FileStamp(), false, {}});
+        isUsed.push_back(false);
+        fileOf_.insert(relative, index);
+      } else {
+        index = *it;
+      }
+      if (!isUsed[index]) {
+        isUsed[index] = true;
+        used_.push_back(index);
+      }
+      fileOfQuestion_.push_back(index);
     }
-    if (!isUsed[index]) {
-      isUsed[index] = true;
-      used.push_back(index);
-    }
-    fileOfQuestion.push_back(index);
   }
+  // Each file read when it is new or changed.
   Breather breather;
   qsizetype done = 0;
-  for (qsizetype index : used) {
+  bool read = false;
+  for (qsizetype index : used_) {
     BankFile& f = files_[index];
     const FileStamp stamp = StampOf(f.path);
     if (stamp != f.stamp) {
       f.stamp = stamp;
       readFile(f);
-      changed = true;
+      read = true;
     }
-    if (progress) progress(++done, static_cast<qsizetype>(used.size()));
+    if (progress) progress(++done, static_cast<qsizetype>(used_.size()));
     breather.tick();
   }
-  if (!changed) return;
-  ids_ = ids;
-  questions_.clear();
-  questions_.reserve(ids.size());
+  if (same && !read) return;
+  if (same) {
+    ids.reserve(questionCount());
+    for (const SearchCorpus::Question& q : corpus_->questions) ids.append(q.id);
+  }
+  rebuild(ids);
+}
+
+void QuestionSearch::rebuild(const QStringList& ids) {
+  // A new corpus, never the old one changed: results found in the old one
+  // keep it.
+  auto corpus = std::make_shared<SearchCorpus>();
+  corpus->questions.reserve(ids.size());
+  qsizetype size = 0;
   for (qsizetype i = 0; i < ids.size(); ++i) {
     const QString& id = ids[i];
-    const qsizetype file = fileOfQuestion[i];
+    const qsizetype file = fileOfQuestion_[i];
     // Serial 0 is read as question 1, as the practice reads it.
     const QString key = QString::number(std::max<long long>(ItemSerial(id), 1));
-    questions_.push_back(Question{id, Left(id, 6), file, files_[file].texts.value(key)});
+    corpus->questions.push_back({id, Left(id, 6), file, files_[file].texts.value(key)});
+    size += corpus->questions.back().text.size() + 1;
   }
-  rebuildCorpus();
-}
-
-void QuestionSearch::rebuildCorpus() {
-  qsizetype size = 0;
-  for (const Question& q : questions_) size += q.text.size() + 1;
-  corpus_.clear();
-  corpus_.reserve(size);
-  starts_.clear();
-  starts_.reserve(questions_.size() + 1);
-  for (const Question& q : questions_) {
-    starts_.push_back(corpus_.size());
+  QString& folded = corpus->folded;
+  folded.resize(size);
+  char16_t* out = reinterpret_cast<char16_t*>(folded.data());
+  qsizetype at = 0;
+  corpus->starts.reserve(corpus->questions.size() + 1);
+  for (const SearchCorpus::Question& q : corpus->questions) {
+    corpus->starts.push_back(at);
     for (QChar c : q.text)
-      if (!IsLineBreak(c)) corpus_.append(QChar(Fold(c.unicode())));
-    corpus_.append(u'\n');
+      if (!IsLineBreak(c)) out[at++] = Fold(c.unicode());
+    out[at++] = u'\n';
   }
-  starts_.push_back(corpus_.size());
+  folded.truncate(at);
+  corpus->starts.push_back(at);
+  corpus_ = std::move(corpus);
 }
 
-QList<SearchHit> QuestionSearch::find(const QStringList& words) const {
-  QList<SearchHit> hits;
-  if (words.isEmpty() || questions_.empty()) return hits;
-  // The longest word is likely the rarest: the corpus is scanned for it,
+SearchResults QuestionSearch::results(const QStringList& words) const {
+  SearchResults r;
+  r.corpus_ = corpus_;
+  r.titles_ = titles_.titles();
+  r.words_ = words;
+  const SearchCorpus& c = *corpus_;
+  if (words.isEmpty() || c.questions.empty()) return r;
+  // The longest word is likely the rarest: the texts are scanned for it,
   // and only the questions that hold it are tested for the others.
   qsizetype longest = 0;
   for (qsizetype i = 1; i < words.size(); ++i)
     if (words[i].size() > words[longest].size()) longest = i;
-  const QStringMatcher matcher(words[longest]);
-  const QStringView corpus(corpus_);
+  const QStringView word(words[longest]);
+  const QStringView corpus(c.folded);
   qsizetype from = 0;
   while (from < corpus.size()) {
-    const qsizetype p = matcher.indexIn(corpus, from);
+    const qsizetype p = FindWord(corpus, from, word);
     if (p < 0) break;
-    const auto q = static_cast<qsizetype>(std::upper_bound(starts_.begin(), starts_.end(), p) - starts_.begin()) - 1;
-    const QStringView text = corpus.mid(starts_[q], starts_[q + 1] - 1 - starts_[q]);
+    const auto q = static_cast<qsizetype>(std::upper_bound(c.starts.begin(), c.starts.end(), p) - c.starts.begin()) - 1;
+    const QStringView text = corpus.mid(c.starts[q], c.starts[q + 1] - 1 - c.starts[q]);
     bool all = true;
     for (qsizetype i = 0; i < words.size() && all; ++i)
       if (i != longest && !text.contains(words[i])) all = false;
-    if (all) {
-      const Question& question = questions_[q];
-      SearchHit hit = HitLine(question.text, words);
-      hit.id = question.id;
-      hit.bank = titles_.title(question.bank);
-      hits.append(std::move(hit));
-    }
-    from = starts_[q + 1];
+    if (all) r.found_.push_back(q);
+    from = c.starts[q + 1];
   }
-  return hits;
+  return r;
 }
 
-QList<SearchHit> QuestionSearch::search(const Env& env, const ItemIndex& internal, const QString& query) {
+SearchResults QuestionSearch::searchResults(const Env& env, const ItemIndex& internal, const QString& query) {
   refresh(env, internal);
   titles_.of(env);
-  return find(SearchWords(query));
+  return results(SearchWords(query));
 }
 
 QStringList QuestionSearch::unreadableFiles() const {
   QStringList out;
   std::vector<bool> told(files_.size(), false);
-  for (const Question& q : questions_) {
+  for (const SearchCorpus::Question& q : corpus_->questions) {
     if (told[q.file] || files_[q.file].readable) continue;
     told[q.file] = true;
     out.append(files_[q.file].path);
   }
+  return out;
+}
+
+QString SearchResults::id(qsizetype i) const { return corpus_->questions[found_[i]].id; }
+
+QString SearchResults::bank(qsizetype i) const {
+  const QString& bank = corpus_->questions[found_[i]].bank;
+  return titles_.value(bank, bank);
+}
+
+SearchHit SearchResults::hit(qsizetype i) const {
+  const SearchCorpus::Question& q = corpus_->questions[found_[i]];
+  SearchHit h = HitLine(q.text, words_);
+  h.id = q.id;
+  h.bank = titles_.value(q.bank, q.bank);
+  return h;
+}
+
+QList<SearchHit> SearchResults::hits() const {
+  QList<SearchHit> out;
+  out.reserve(size());
+  for (qsizetype i = 0; i < size(); ++i) out.append(hit(i));
+  return out;
+}
+
+QString SearchResults::ids() const {
+  QString out;
+  out.reserve(size() * 11);
+  for (qsizetype q : found_) out += corpus_->questions[q].id;
   return out;
 }
 

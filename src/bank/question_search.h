@@ -16,11 +16,13 @@
 // they changed on disk, so that a second search over a big folder costs
 // little more than one pass over the texts in memory.
 
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
 #include <QStringMatcher>
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include "bank/bank_titles.h"
@@ -69,8 +71,49 @@ QString SearchableText(const QString& block, long long n);
 // occurs.
 SearchHit HitLine(const QString& text, const QStringList& words);
 
+// What a search looks through, made again whenever a question or a bank
+// file changed: the questions (ID, bank, searchable text) and their folded
+// texts one behind the other. Results keep the one they were found in, so
+// that a later refresh never changes the rows a list shows.
+struct SearchCorpus;
+
+// The questions found by a search, in the order they were searched. Only
+// the questions are kept; the line shown for a hit (HitLine, the costly
+// part for a word that occurs nearly everywhere) is made when it is asked
+// for, so that a list shows the first rows of 20,000 hits at once.
+class SearchResults {
+ public:
+  qsizetype size() const { return static_cast<qsizetype>(found_.size()); }
+  bool isEmpty() const { return found_.empty(); }
+  // The ID of hit i (from 0).
+  QString id(qsizetype i) const;
+  // The title of its bank in the directory (its 6 characters when no row
+  // names it).
+  QString bank(qsizetype i) const;
+  // Hit i with its line and marks.
+  SearchHit hit(qsizetype i) const;
+  // Every hit made; for front ends that print them all.
+  QList<SearchHit> hits() const;
+  // The IDs of all hits, 11 characters each, one behind the other.
+  QString ids() const;
+  // The words searched, as SearchWords gives them.
+  const QStringList& words() const { return words_; }
+
+ private:
+  friend class QuestionSearch;
+  std::shared_ptr<const SearchCorpus> corpus_;
+  QHash<QString, QString> titles_;
+  QStringList words_;
+  std::vector<qsizetype> found_;  // question numbers in the corpus
+};
+
 class QuestionSearch {
  public:
+  QuestionSearch();
+  ~QuestionSearch();
+  QuestionSearch(QuestionSearch&&) noexcept;
+  QuestionSearch& operator=(QuestionSearch&&) noexcept;
+
   // Brings the texts up to date: the live questions of `internal` (in
   // index order) and then those of the paper table, their bank files
   // read again where they changed. Window events are let through about
@@ -81,12 +124,18 @@ class QuestionSearch {
   std::function<void(qsizetype done, qsizetype total)> progress;
   // The questions in which every word occurs, in the order above. No words:
   // no hits.
-  QList<SearchHit> find(const QStringList& words) const;
-  // refresh and find of the query's words.
-  QList<SearchHit> search(const Env& env, const ItemIndex& internal, const QString& query);
+  SearchResults results(const QStringList& words) const;
+  // The same with every hit's line made.
+  QList<SearchHit> find(const QStringList& words) const { return results(words).hits(); }
+  // refresh, the bank titles read again where they changed, and the
+  // results for the query's words.
+  SearchResults searchResults(const Env& env, const ItemIndex& internal, const QString& query);
+  QList<SearchHit> search(const Env& env, const ItemIndex& internal, const QString& query) {
+    return searchResults(env, internal, query).hits();
+  }
 
   // The questions searched.
-  qsizetype questionCount() const { return static_cast<qsizetype>(questions_.size()); }
+  qsizetype questionCount() const;
   // The bank files (paths) that are missing or could not be read.
   QStringList unreadableFiles() const;
 
@@ -98,14 +147,9 @@ class QuestionSearch {
     // Marker digits of a question -> its searchable text.
     QHash<QString, QString> texts;
   };
-  struct Question {
-    QString id;
-    QString bank;
-    qsizetype file = -1;  // index into files_
-    QString text;         // its searchable text (shared with the file's)
-  };
   void readFile(BankFile& f) const;
-  void rebuildCorpus();
+  bool sameQuestions(const ItemIndex& internal) const;
+  void rebuild(const QStringList& ids);
 
   QString root_;
   FileStamp papersStamp_;
@@ -114,13 +158,9 @@ class QuestionSearch {
   BankTitles titles_;
   std::vector<BankFile> files_;
   QHash<QString, qsizetype> fileOf_;  // relative bank file -> index into files_
-  std::vector<Question> questions_;
-  QStringList ids_;  // the IDs of questions_, to see whether the list changed
-  // The folded texts of all questions, one behind the other, each closed by
-  // a line feed (which no folded text or word holds); starts_[i] is where
-  // question i begins, starts_.back() the corpus length.
-  QString corpus_;
-  std::vector<qsizetype> starts_;
+  std::vector<qsizetype> used_;       // the files of the questions, each once
+  std::vector<qsizetype> fileOfQuestion_;
+  std::shared_ptr<const SearchCorpus> corpus_;
 };
 
 // The search from a program folder alone, for front ends without the

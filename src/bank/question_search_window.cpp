@@ -71,32 +71,42 @@ QPushButton* Button(const QString& name, const QString& caption) {
 
 }  // namespace
 
-void SearchHitModel::setHits(QList<SearchHit> hits) {
+void SearchHitModel::setResults(SearchResults results) {
   beginResetModel();
-  hits_ = std::move(hits);
+  results_ = std::move(results);
+  lines_.clear();
   endResetModel();
 }
 
 int SearchHitModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(hits_.size());
+  return parent.isValid() ? 0 : static_cast<int>(results_.size());
+}
+
+const SearchHit& SearchHitModel::hitAt(int row) const {
+  if (SearchHit* kept = lines_.object(row)) return *kept;
+  auto* hit = new SearchHit(results_.hit(row));
+  lines_.insert(row, hit);
+  return *hit;
 }
 
 int SearchHitModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : kColumns; }
 
 QVariant SearchHitModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || index.row() >= hits_.size()) return {};
-  const SearchHit& h = hits_[index.row()];
+  if (!index.isValid() || index.row() >= results_.size()) return {};
+  const int row = index.row();
+  // The bank and the ID cost nothing; only the line column makes the hit's
+  // line, so that sizing the first two columns over many rows stays cheap.
   if (role == Qt::DisplayRole || role == Qt::ToolTipRole) {
     switch (index.column()) {
       case kBank:
-        return h.bank;
+        return results_.bank(row);
       case kId:
-        return h.id;
+        return results_.id(row);
       case kLine:
-        return h.line;
+        return hitAt(row).line;
     }
   }
-  if (role == Qt::UserRole && index.column() == kLine) return MarkedLineHtml(h);
+  if (role == Qt::UserRole && index.column() == kLine) return MarkedLineHtml(hitAt(row));
   return {};
 }
 
@@ -228,7 +238,7 @@ void Form19::runSearch() {
   if (busy_) return;
   const QString query = Text1->text();
   if (SearchWords(query).isEmpty()) {
-    model_->setHits({});
+    model_->setResults({});
     query_.clear();
     Command2->setEnabled(false);
     Label2->setText(kSearchNoWords);
@@ -240,12 +250,12 @@ void Form19::runSearch() {
   ProgressBar1->setValue(0);
   ProgressBar1->setVisible(true);
   LetEventsThrough();
-  QList<SearchHit> hits = search_.search(env_, items_ ? *items_ : ItemIndex(), query);
+  SearchResults results = search_.searchResults(env_, items_ ? *items_ : ItemIndex(), query);
   ProgressBar1->setVisible(false);
   busy_ = false;
   query_ = Trim(query);
-  const qsizetype count = hits.size();
-  model_->setHits(std::move(hits));
+  const qsizetype count = results.size();
+  model_->setResults(std::move(results));
   List1->resizeColumnToContents(kBank);
   List1->resizeColumnToContents(kId);
   QString status = count > 0 ? SearchFoundText(count) : kSearchNothingFound;
@@ -262,17 +272,16 @@ void Form19::runSearch() {
 QString Form19::runTitle() const { return QStringLiteral("题目搜索：") + query_; }
 
 void Form19::practiseAll() {
-  QString ids;
-  for (const SearchHit& h : hits()) ids += h.id;
+  const QString ids = results().ids();
   if (ids.isEmpty() || !onPractise) return;
   hide();
   onPractise(ids, runTitle());
 }
 
 void Form19::practiseRow(int row) {
-  if (row < 0 || row >= hits().size() || !onPractise) return;
+  if (row < 0 || row >= results().size() || !onPractise) return;
   hide();
-  onPractise(hits()[row].id, runTitle());
+  onPractise(results().id(row), runTitle());
 }
 
 bool Form19::eventFilter(QObject* watched, QEvent* event) {

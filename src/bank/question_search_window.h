@@ -11,6 +11,7 @@
 // the list practises all hits; Esc closes the window.
 
 #include <QAbstractTableModel>
+#include <QCache>
 #include <QWidget>
 #include <functional>
 
@@ -27,20 +28,25 @@ class QTableView;
 namespace mj {
 
 // The hits as the list shows them: 题库, 题号, 所在行 (with the marks as
-// rich text under Qt::UserRole).
+// rich text under Qt::UserRole). The line of a row is made when the view
+// first asks for it and kept for the rows seen last.
 class SearchHitModel : public QAbstractTableModel {
   Q_OBJECT
  public:
   using QAbstractTableModel::QAbstractTableModel;
-  void setHits(QList<SearchHit> hits);
-  const QList<SearchHit>& hits() const { return hits_; }
+  void setResults(SearchResults results);
+  const SearchResults& results() const { return results_; }
   int rowCount(const QModelIndex& parent = QModelIndex()) const override;
   int columnCount(const QModelIndex& parent = QModelIndex()) const override;
   QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
  private:
-  QList<SearchHit> hits_;
+  const SearchHit& hitAt(int row) const;
+
+  static constexpr int kKeptLines = 2000;
+  SearchResults results_;
+  mutable QCache<int, SearchHit> lines_{kKeptLines};
 };
 
 // The line of a hit as rich text: the marks in a colour of their own.
@@ -74,7 +80,7 @@ class Form19 : public QWidget {
   // A double click on row `row` (from 0).
   void practiseRow(int row);
 
-  const QList<SearchHit>& hits() const { return model_->hits(); }
+  const SearchResults& results() const { return model_->results(); }
   QuestionSearch& search() { return search_; }
   QString statusText() const;
 

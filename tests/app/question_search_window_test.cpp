@@ -67,7 +67,7 @@ struct SearchWindow : ::testing::Test {
 
 TEST_F(SearchWindow, TheHitsListedAndMarked) {
   search(u"正当防卫"_qs);
-  ASSERT_EQ(window()->hits().size(), 2);
+  ASSERT_EQ(window()->results().size(), 2);
   EXPECT_EQ(window()->statusText(), SearchFoundText(2));
   const QAbstractItemModel* m = window()->List1->model();
   EXPECT_EQ(m->headerData(0, Qt::Horizontal).toString(), u"题库"_qs);
@@ -87,7 +87,7 @@ TEST_F(SearchWindow, TheHitsListedAndMarked) {
   // Nothing found, and no words at all.
   window()->Text1->setText(u"正当防卫 罪刑法定"_qs);
   window()->Command1->click();
-  EXPECT_TRUE(window()->hits().isEmpty());
+  EXPECT_TRUE(window()->results().isEmpty());
   EXPECT_EQ(window()->statusText(), kSearchNothingFound);
   EXPECT_FALSE(window()->Command2->isEnabled());
   window()->Text1->setText(u"  "_qs);
@@ -105,7 +105,7 @@ TEST_F(SearchWindow, AMissingBankFileIsSaid) {
 
 TEST_F(SearchWindow, OneHitPractisedAndBackToTheResults) {
   search(u"正当防卫"_qs);
-  ASSERT_EQ(window()->hits().size(), 2);
+  ASSERT_EQ(window()->results().size(), 2);
   emit window()->List1->doubleClicked(window()->List1->model()->index(0, 1));
   EXPECT_FALSE(window()->isVisible());
   EXPECT_EQ(app().Run.RunIds, u"10001100003"_qs);
@@ -128,11 +128,54 @@ TEST_F(SearchWindow, OneHitPractisedAndBackToTheResults) {
   // 返回: the results as they were, the start page behind them.
   frame()->Frame3Cmd[3]->click();
   EXPECT_TRUE(window()->isVisible());
-  EXPECT_EQ(window()->hits().size(), 2);
+  EXPECT_EQ(window()->results().size(), 2);
   EXPECT_EQ(form->currentFace(), form->startPage);
   EXPECT_FALSE(app().Run.OwnList);
   // No directory row was counted.
   EXPECT_TRUE(t->boxes.shown().isEmpty());
+}
+
+TEST_F(SearchWindow, TheRecordIsTheOneABankRunWrites) {
+  // The same question answered the same way at the same time, once from the
+  // search and once in its bank's run in a second copy of the folder: the
+  // item tables come out byte for byte the same, and so does the answer.
+  search(u"罪刑法定 类推"_qs);
+  ASSERT_EQ(window()->results().ids(), u"10001100001"_qs);
+  window()->practiseRow(0);
+  answer(u"B"_qs);
+  const QString searchAnswer = frame()->answerWindow()->boxText(1);
+  frame()->answerWindow()->Command1[3]->click();
+  frame()->Frame3Cmd[3]->click();
+
+  test::TestEnv bankEnv(test::DemoDataDir());
+  bankEnv.clock.set(now);
+  Form1 bankForm(bankEnv.env);
+  ASSERT_EQ(bankForm.load(), Form1::LoadOutcome::Running);
+  bankForm.show();
+  bankForm.ShiTi->trigger();
+  DirectoryGrid* g = bankForm.MSFlexGrid1;
+  const Directory& d = g->directory();
+  int bankRow = 0;
+  for (int r = 1; r <= d.rowCount(); ++r)
+    if (d.text(r, kColFile).endsWith(u"100011.mmd"_qs)) bankRow = r;
+  ASSERT_GT(bankRow, 0);
+  for (int r = 1; r < bankRow; ++r) {
+    long long a = 0, z = 0;
+    if (HeadingRange(d.text(r, kColFlag), a, z) && a <= bankRow && bankRow <= z) g->clickRow(r);
+  }
+  ASSERT_EQ(g->clickRow(bankRow), DirectoryClick::Leaf);
+  ASSERT_EQ(GetItemID(bankForm.state().Run.RunIds, 1), u"10001100001"_qs);
+  bankForm.practice->Command2[AnswerCaptions().indexOf(u"B"_qs)]->click();
+  EXPECT_EQ(bankForm.practice->answerWindow()->boxText(1), searchAnswer);
+  bankForm.practice->answerWindow()->Command1[3]->click();
+  bankForm.practice->Frame3Cmd[3]->click();
+
+  QFile fromSearch(t->path(u"\\dbf\\items.mmd"_qs)), fromBank(bankEnv.path(u"\\dbf\\items.mmd"_qs));
+  ASSERT_TRUE(fromSearch.open(QIODevice::ReadOnly));
+  ASSERT_TRUE(fromBank.open(QIODevice::ReadOnly));
+  const QByteArray a = fromSearch.readAll(), b = fromBank.readAll();
+  EXPECT_TRUE(a == b) << "the item tables differ";
+  EXPECT_EQ(storyOf(tables::kItems, u"10001100001"_qs), RecordEntry(now, u"B"_qs));
 }
 
 TEST_F(SearchWindow, AllHitsRecordedWhereTheirBanksRecordThem) {
@@ -142,7 +185,7 @@ TEST_F(SearchWindow, AllHitsRecordedWhereTheirBanksRecordThem) {
   ASSERT_TRUE(app().AutoNext);
   ASSERT_TRUE(app().ItemData.isEmpty());
   search(u"防卫 过当"_qs);
-  ASSERT_EQ(window()->hits().size(), 2);
+  ASSERT_EQ(window()->results().size(), 2);
   window()->Command2->click();
   EXPECT_EQ(app().Run.RunIds, u"1000110000300002200005"_qs);
   EXPECT_FALSE(app().AutoNext);
@@ -200,7 +243,7 @@ TEST_F(SearchWindow, ByKeyboardOnly) {
   QApplication::sendEvent(window()->Text1, &typed);
   ASSERT_EQ(window()->Text1->text(), u"正当防卫"_qs);
   test::PressKey(Qt::Key_Return);
-  ASSERT_EQ(window()->hits().size(), 2);
+  ASSERT_EQ(window()->results().size(), 2);
   ASSERT_EQ(QApplication::focusWidget(), window()->List1);
   // Enter on the list: all hits as one run.
   test::PressKey(Qt::Key_Return);
@@ -214,7 +257,7 @@ TEST_F(SearchWindow, ByKeyboardOnly) {
   EXPECT_FALSE(frame()->answerWindow()->isVisible());
   test::PressKey(Qt::Key_Escape);
   EXPECT_TRUE(window()->isVisible());
-  EXPECT_EQ(window()->hits().size(), 2);
+  EXPECT_EQ(window()->results().size(), 2);
   EXPECT_EQ(QApplication::focusWidget(), window()->List1);
 }
 

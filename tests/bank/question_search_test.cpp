@@ -179,3 +179,13 @@ TEST(DemoSearchTest, TheDemonstrationBanks) {
   EXPECT_EQ(IdsOf(SearchQuestions(t.env, u"罪刑法定 类推"_qs)), QStringList{u"10001100001"_qs});
   EXPECT_TRUE(SearchQuestions(t.env, u"正当防卫 罪刑法定"_qs).isEmpty());
 }
+
+TEST_F(Known, TheProgressIsToldForEveryBankFile) {
+  // Told from the first search on, the one that reads every file, though
+  // that search also sets the program folder.
+  QuestionSearch s;
+  QList<std::pair<qsizetype, qsizetype>> told;
+  s.progress = [&told](qsizetype done, qsizetype total) { told.append({done, total}); };
+  s.search(t.env, test::IndexOf(internal), u"甲"_qs);
+  EXPECT_EQ(told, (QList<std::pair<qsizetype, qsizetype>>{{1, 3}, {2, 3}, {3, 3}}));
+}

@@ -220,18 +220,18 @@ TEST(CliSideBySideVerbs, TheQuestionSearchInTheWindowAndByTheCommand) {
     search->Text1->setText(query);
     search->Command1->click();
     const cli::CliResult r = p.cli({u"search"_qs, u"--questions"_qs, query});
-    if (search->hits().isEmpty()) {
+    if (search->results().isEmpty()) {
       EXPECT_EQ(r.status, 1) << query.toStdString();
       EXPECT_EQ(r.err, u"没有含“"_qs + query + u"”的试题。"_qs);
     } else {
       EXPECT_EQ(r.status, 0) << query.toStdString();
-      EXPECT_EQ(r.out, HitsAsText(search->hits())) << query.toStdString();
+      EXPECT_EQ(r.out, HitsAsText(search->results().hits())) << query.toStdString();
     }
   }
   // At least some of them found something.
   search->Text1->setText(u"正当防卫"_qs);
   search->Command1->click();
-  EXPECT_FALSE(search->hits().isEmpty());
+  EXPECT_FALSE(search->results().isEmpty());
 }
 
 // A bank of the directory practised and its first question answered with a
