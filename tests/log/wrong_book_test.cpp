@@ -4,7 +4,9 @@
 // log's style.
 #include <gtest/gtest.h>
 
+#include "bank/item_index.h"
 #include "bank/tables.h"
+#include "generator.h"
 #include "log/wrong_book.h"
 #include "support/directory_tables.h"
 #include "support/test_env.h"
@@ -115,4 +117,47 @@ TEST_F(Book, AnEmptyBook) {
   EXPECT_TRUE(book.groups.isEmpty());
   EXPECT_EQ(book.count(), 0);
   EXPECT_TRUE(WrongBookGrid(book).rows.isEmpty());
+}
+
+// The book over a generated folder whose records are long (200 entries), the
+// newest entry wrong for every tenth question (i % 10 == 3). The generated
+// multiple-choice questions with i % 5 == 3 have the key "ABCD": a wrong
+// answer written as "ABCD" for all of them would be right for those, and the
+// book would hold only the single-choice third of the questions set wrong.
+TEST(WrongBookGenerated, EveryQuestionSetWrongIsInTheBook) {
+  test::TestEnv t;
+  gen::Sizes s;
+  s.questions = 600;
+  s.banks = 6;
+  s.laws = 1;
+  s.articles = 20;
+  s.papers = 0;
+  QString error;
+  ASSERT_TRUE(gen::Generate(t.root(), s, &error)) << error.toStdString();
+  ItemIndex index;
+  ReadData2ItemData(t.path(u"\\dbf"_qs), tables::kItems, index);
+  ASSERT_EQ(index.size(), 600);
+  const QDateTime newest(QDate(2026, 11, 21), QTime(9, 30));
+  const int setWrong = gen::LongRecords(index, newest, 200, 10, 3);
+  EXPECT_EQ(setWrong, 60);
+  QStringList expected;
+  int fourLetterKeys = 0;
+  for (qsizetype i = 3; i < index.size(); i += 10) {
+    expected.append(index[i].itemid);
+    if (index[i].answer == u"ABCD") ++fourLetterKeys;
+    EXPECT_EQ(index[i].story.size(), 200 * 20);
+  }
+  ASSERT_GT(fourLetterKeys, 0) << "the case of a key of four letters is covered";
+  const WrongBook book = BuildWrongBook(t.env, index);
+  EXPECT_EQ(book.count(), 60);
+  // The groups come newest first: the same IDs as those set wrong, in
+  // another order.
+  const QString ids = book.allIds();
+  QStringList found;
+  for (qsizetype p = 0; p + 11 <= ids.size(); p += 11) found.append(ids.mid(p, 11));
+  found.sort();
+  expected.sort();
+  EXPECT_EQ(found, expected);
+  EXPECT_EQ(book.groups.size(), 6);
+  for (const WrongBankGroup& g : book.groups) EXPECT_EQ(g.count, 10) << g.bank.toStdString();
 }

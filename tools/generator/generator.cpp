@@ -476,6 +476,22 @@ QString FullStoryText(int i, const QString& key, const QDate& today) {
   return s;
 }
 
+int LongRecords(ItemIndex& index, const QDateTime& newest, int entries, int every, int at) {
+  int wrong = 0;
+  for (qsizetype i = 0; i < index.size(); ++i) {
+    ItemRow& r = index[i];
+    if (!r.valid2 || r.itemid.isEmpty()) continue;
+    const bool isWrong = every > 0 && i % every == at;
+    QString story;
+    story.reserve(entries * kEntryLength);
+    for (int e = 0; e < entries; ++e)
+      story += RecordEntry(newest.addSecs(-3600LL * (e + i % 24)), e == 0 && isWrong ? WrongAnswer(r.answer) : r.answer);
+    r.story = story;
+    if (isWrong) ++wrong;
+  }
+  return wrong;
+}
+
 bool DueWithDefaults(const QString& story, const QString& key, const QDate& today) {
   Schedule defaults;  // done right once, one more after a wrong answer, 30 days apart
   defaults.today = today;

@@ -15,8 +15,11 @@
 //   if (!mj::gen::Generate(folder, s, &error, &r)) ...
 
 #include <QDate>
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
+
+#include "bank/item_index.h"
 
 namespace mj::gen {
 
@@ -55,6 +58,14 @@ QString FullStoryText(int i, const QString& key, const QDate& today);
 // one more after a wrong answer, 30 days apart): the eligible counts that
 // the directory tables are written with.
 bool DueWithDefaults(const QString& story, const QString& key, const QDate& today);
+
+// Long practice records, for what reads them over a whole index (the wrong
+// book): every live question i of index (0-based) gets `entries` entries an
+// hour apart, the newest at `newest` less i % 24 hours, each the question's
+// key, except the newest entry of the questions with i % every == at: a
+// wrong answer of the same kind as the key, never the key itself. Gives how
+// many live questions got that wrong newest entry.
+int LongRecords(ItemIndex& index, const QDateTime& newest, int entries, int every, int at);
 
 // Names of the generated things.
 QString LawName(int k);    // 生成法律1 for k = 0 (file lawtxt\生成法律1.mmd)
