@@ -360,7 +360,7 @@ QStringList UpdateStore::write(const QString& updatedIds) {
   if (directory_ && directory_->changed())
     ready(directory_->path(), directory_->prepare(tempOf(directory_->path())), [this] { directory_->written(); });
   for (const auto& [path, text] : bankFiles_.changedFiles())
-    ready(path, WriteBytesPlain(tempOf(path), ToGbk(text)), [this, path] { bankFiles_.markWritten(path); });
+    ready(path, WriteBytesPlain(tempOf(path), ToGbk(text)), [this, file = path] { bankFiles_.markWritten(file); });
   for (std::unique_ptr<Table>* t : {&items_, &csItems_})
     if (*t && (*t)->changed())
       ready((*t)->path(), (*t)->prepare(tempOf((*t)->path())), [t] { (*t)->written(); });
