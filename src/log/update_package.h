@@ -97,16 +97,17 @@ class UpdateStore {
   QString dayListBefore_;
 };
 
-// What a run needs of the main window.
+// What a run needs of the main window. A run without a window (tests,
+// benchmarks) takes this base as it is: it shows nothing.
 class UpdateView {
  public:
   virtual ~UpdateView() = default;
-  virtual void showProgress(int maximum) = 0;
-  virtual void setProgress(int value) = 0;
-  virtual void hideProgress() = 0;
-  virtual void setWaitCursor(bool wait) = 0;
+  virtual void showProgress(int /*maximum*/) {}
+  virtual void setProgress(int /*value*/) {}
+  virtual void hideProgress() {}
+  virtual void setWaitCursor(bool /*wait*/) {}
   // Lets the window's pending events run (the close request among them).
-  virtual void letEventsThrough() = 0;
+  virtual void letEventsThrough() {}
 };
 
 // The state of the run that the close request reads.

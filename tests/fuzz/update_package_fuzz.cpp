@@ -22,14 +22,6 @@ using namespace mj;
 
 namespace {
 
-struct QuietView : UpdateView {
-  void showProgress(int) override {}
-  void setProgress(int) override {}
-  void hideProgress() override {}
-  void setWaitCursor(bool) override {}
-  void letEventsThrough() override {}
-};
-
 QString Question(int n, const QString& key, const QString& citation) {
   return QStringLiteral("●%1●第%1题(      )\r\nA．甲\r\nB．乙\r\nC．丙\r\nD．丁■答案：").arg(n) + key +
          QStringLiteral("参见") + citation + QStringLiteral("\r\n");
@@ -102,7 +94,7 @@ MJ_FUZZ_TARGET(update_package) {
   RecordingShell shell;
   ScriptedDialogs dialogs;
   Env env{folder, &clock, &boxes, &shell, &dialogs};
-  QuietView view;
+  UpdateView view;
   for (const bool updateAgain : {true, false}) {
     qint16 runState = 3;
     QString ids;

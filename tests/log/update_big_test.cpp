@@ -22,14 +22,6 @@ using namespace mj;
 
 namespace {
 
-struct QuietView : UpdateView {
-  void showProgress(int) override {}
-  void setProgress(int) override {}
-  void hideProgress() override {}
-  void setWaitCursor(bool) override {}
-  void letEventsThrough() override {}
-};
-
 struct Taken {
   QString updated, seen;
 };
@@ -37,7 +29,7 @@ struct Taken {
 Taken take(const Env& env, const QString& package, bool yes) {
   qint16 state = 3;
   Taken t;
-  QuietView view;
+  UpdateView view;
   UpdateRun run(env, view, {state, t.updated});
   EXPECT_TRUE(run.takePackage(package, yes));
   t.seen = run.seenIds();

@@ -40,14 +40,6 @@ const char* const kStepVar = "MJ_UPDATE_CRASH_STEP";
 constexpr int kWriteEvery = 12;
 const QString kPython = u"/usr/bin/python3"_qs;
 
-struct QuietView : UpdateView {
-  void showProgress(int) override {}
-  void setProgress(int) override {}
-  void hideProgress() override {}
-  void setWaitCursor(bool) override {}
-  void letEventsThrough() override {}
-};
-
 // The services of a run in a folder that is not a TestEnv's.
 struct FolderEnv {
   FixedClock clock;
@@ -67,7 +59,7 @@ Outcome takeIn(const QString& root, int writeEvery, const std::function<void(con
   FolderEnv f(root);
   qint16 state = 3;
   Outcome o;
-  QuietView view;
+  UpdateView view;
   UpdateRun run(f.env, view, {state, o.updated});
   if (writeEvery > 0) run.writeEvery(writeEvery);
   run.onStep = onStep;
