@@ -24,6 +24,7 @@
 #include "practice/practice_frame_widget.h"
 #include "practice/practice_session.h"
 #include "settings/settings.h"
+#include "support/directory_runs.h"
 #include "support/read_only.h"
 #include "support/test_env.h"
 
@@ -62,17 +63,7 @@ struct Program {
 
   // The grid row of a bank (its file ends in bank + ".mmd"), with the
   // headings above it opened; 0 when the directory has none.
-  int openBank(const QString& bank) {
-    const Directory& d = grid()->directory();
-    int row = 0;
-    for (int r = 1; r <= d.rowCount(); ++r)
-      if (d.text(r, kColFile).endsWith(bank + u".mmd"_qs)) row = r;
-    for (int r = 1; r < row; ++r) {
-      long long a = 0, z = 0;
-      if (HeadingRange(d.text(r, kColFlag), a, z) && a <= row && row <= z) grid()->clickRow(r);
-    }
-    return row;
-  }
+  int openBank(const QString& bank) { return test::OpenBankRow(*grid(), bank + u".mmd"_qs); }
   void answer(const QString& caption) {
     form->practice->Command2[AnswerCaptions().indexOf(caption)]->click();
   }
@@ -147,6 +138,17 @@ QString StartMessage(const QStringList& lines) {
          u"程序照常使用其中能读出的部分，读不出的试题和记录暂时不能使用；请用备份恢复这些文件后重新启动程序。"_qs;
 }
 
+// An item table that cannot be read whole: the start names its problem, the
+// count of the internal banks is not stamped with the day, and a click on
+// bank 100011 names the problem again instead of starting a run.
+void ExpectItemTableRefused(Program& p, const QString& problem) {
+  EXPECT_EQ(Texts(p.start()), QStringList{StartMessage({problem})});
+  p.form->ShiTi->trigger();
+  EXPECT_EQ(p.stamp(), u"0"_qs);
+  p.grid()->clickRow(p.openBank(u"100011"_qs));
+  EXPECT_EQ(Texts(p.t.boxes.take()), QStringList{u"该部分试题无法取出，因为题库表不能完整读出：\r\n"_qs + problem});
+}
+
 #define NEED_DEMO() \
   if (test::DemoDataDir().isEmpty()) GTEST_SKIP() << "no demonstration data built"
 
@@ -217,13 +219,7 @@ TEST(DamagedTables, AnEmptyItemTable) {
   NEED_DEMO();
   Program p;
   ASSERT_TRUE(QFile::resize(p.file(kItems), 0));
-  EXPECT_EQ(Texts(p.start()), QStringList{StartMessage({u"表文件 "_qs + p.file(kItems) + u" 是空文件。"_qs})});
-  p.form->ShiTi->trigger();
-  EXPECT_EQ(p.stamp(), u"0"_qs);
-  const int row = p.openBank(u"100011"_qs);
-  p.grid()->clickRow(row);
-  EXPECT_EQ(Texts(p.t.boxes.take()), QStringList{u"该部分试题无法取出，因为题库表不能完整读出：\r\n表文件 "_qs +
-                                                 p.file(kItems) + u" 是空文件。"_qs});
+  ExpectItemTableRefused(p, u"表文件 "_qs + p.file(kItems) + u" 是空文件。"_qs);
 }
 
 TEST(DamagedTables, AnItemTableWithAHeaderOfNoTable) {
@@ -256,14 +252,7 @@ TEST(DamagedTables, AnItemTableWithoutItsIdFieldDoesNotBlameTheSettings) {
   NEED_DEMO();
   Program p;
   DropField(p.file(kItems), u"itemid"_qs);
-  EXPECT_EQ(Texts(p.start()),
-            QStringList{StartMessage({u"表文件 "_qs + p.file(kItems) + u" 缺少字段 itemid。"_qs})});
-  p.form->ShiTi->trigger();
-  EXPECT_EQ(p.stamp(), u"0"_qs);
-  const int row = p.openBank(u"100011"_qs);
-  p.grid()->clickRow(row);
-  EXPECT_EQ(Texts(p.t.boxes.take()), QStringList{u"该部分试题无法取出，因为题库表不能完整读出：\r\n表文件 "_qs +
-                                                 p.file(kItems) + u" 缺少字段 itemid。"_qs});
+  ExpectItemTableRefused(p, u"表文件 "_qs + p.file(kItems) + u" 缺少字段 itemid。"_qs);
 }
 
 TEST(DamagedTables, AnItemTableCutInARecordIsCountedButNotStamped) {

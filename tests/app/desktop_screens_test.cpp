@@ -20,6 +20,7 @@
 #include "practice/directory_widget.h"
 #include "practice/practice_frame_widget.h"
 #include "settings/settings_window.h"
+#include "support/directory_runs.h"
 #include "support/printers.h"
 #include "support/test_env.h"
 #include "support/window_checks.h"
@@ -55,18 +56,7 @@ class DesktopScreens : public ::testing::Test {
   PracticeRun& run() { return form->state().Run; }
 
   // Opens the headings over the bank of that file and starts its run.
-  void startBank(const QString& file) {
-    const Directory& d = grid()->directory();
-    int row = 0;
-    for (int r = 1; r <= d.rowCount() && row == 0; ++r)
-      if (d.text(r, kColFile).endsWith(file)) row = r;
-    ASSERT_GT(row, 0);
-    for (int r = 1; r < row; ++r) {
-      long long a = 0, z = 0;
-      if (HeadingRange(d.text(r, kColFlag), a, z) && a <= row && row <= z) grid()->clickRow(r);
-    }
-    ASSERT_EQ(grid()->clickRow(row), DirectoryClick::Leaf);
-  }
+  void startBank(const QString& file) { test::StartBankRun(*grid(), file); }
 
   std::unique_ptr<test::TestEnv> t;
   std::unique_ptr<Form1> form;

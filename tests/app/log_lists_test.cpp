@@ -23,6 +23,7 @@
 #include "practice/answer_window.h"
 #include "practice/directory_widget.h"
 #include "practice/practice_frame_widget.h"
+#include "support/directory_runs.h"
 #include "support/program_folder.h"
 #include "support/window_checks.h"
 
@@ -71,17 +72,7 @@ struct Demo : ::testing::Test {
   // Opens the internal banks and starts the run of bank 100011.
   void startBank() {
     form->ShiTi->trigger();
-    DirectoryGrid* g = form->MSFlexGrid1;
-    const Directory& d = g->directory();
-    int bankRow = 0;
-    for (int r = 1; r <= d.rowCount(); ++r)
-      if (d.text(r, kColFile).endsWith(u"100011.mmd"_qs)) bankRow = r;
-    ASSERT_GT(bankRow, 0);
-    for (int r = 1; r < bankRow; ++r) {
-      long long a = 0, z = 0;
-      if (HeadingRange(d.text(r, kColFlag), a, z) && a <= bankRow && bankRow <= z) g->clickRow(r);
-    }
-    ASSERT_EQ(g->clickRow(bankRow), DirectoryClick::Leaf);
+    test::StartBankRun(*form->MSFlexGrid1, u"100011.mmd"_qs);
   }
   // Two days of practice: on 11-20 the first question right and the second
   // wrong (marked uncertain), on 11-21 the third wrong (uncertain) and the

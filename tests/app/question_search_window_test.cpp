@@ -23,6 +23,7 @@
 #include "practice/answer_window.h"
 #include "practice/directory_widget.h"
 #include "practice/practice_frame_widget.h"
+#include "support/directory_runs.h"
 #include "support/keys.h"
 #include "support/test_env.h"
 #include "support/window_checks.h"
@@ -210,17 +211,7 @@ TEST_F(SearchWindow, AllHitsRecordedWhereTheirBanksRecordThem) {
 
 TEST_F(SearchWindow, AnOpenBankRunComesBackAfterTheSearchRun) {
   form->ShiTi->trigger();
-  DirectoryGrid* g = form->MSFlexGrid1;
-  const Directory& d = g->directory();
-  int bankRow = 0;
-  for (int r = 1; r <= d.rowCount(); ++r)
-    if (d.text(r, kColFile).endsWith(u"100011.mmd"_qs)) bankRow = r;
-  ASSERT_GT(bankRow, 0);
-  for (int r = 1; r < bankRow; ++r) {
-    long long a = 0, z = 0;
-    if (HeadingRange(d.text(r, kColFlag), a, z) && a <= bankRow && bankRow <= z) g->clickRow(r);
-  }
-  ASSERT_EQ(g->clickRow(bankRow), DirectoryClick::Leaf);
+  ASSERT_NO_FATAL_FAILURE(test::StartBankRun(*form->MSFlexGrid1, u"100011.mmd"_qs));
   const QString bankIds = app().Run.RunIds;
   frame()->Frame3Cmd[2]->click();
   search(u"罪刑法定"_qs);

@@ -37,6 +37,7 @@
 #include "practice/directory_widget.h"
 #include "practice/practice_frame_widget.h"
 #include "settings/settings_window.h"
+#include "support/directory_runs.h"
 #include "support/printers.h"
 #include "support/program_folder.h"
 #include "support/window_checks.h"
@@ -141,17 +142,9 @@ struct Month : ::testing::Test {
   // ends in `bank`; false when none of its questions is due.
   bool startBank(QAction* entry, const QString& bank) {
     entry->trigger();
-    DirectoryGrid* g = form->MSFlexGrid1;
-    const Directory& d = g->directory();
-    int bankRow = 0;
-    for (int r = 1; r <= d.rowCount(); ++r)
-      if (d.text(r, kColFile).endsWith(bank + u".mmd"_qs)) bankRow = r;
+    const int bankRow = test::OpenBankRow(*form->MSFlexGrid1, bank + u".mmd"_qs);
     if (bankRow == 0) return false;
-    for (int r = 1; r < bankRow; ++r) {
-      long long a = 0, z = 0;
-      if (HeadingRange(d.text(r, kColFlag), a, z) && a <= bankRow && bankRow <= z) g->clickRow(r);
-    }
-    g->clickRow(bankRow);
+    form->MSFlexGrid1->clickRow(bankRow);
     t->boxes.clear();  // "no question due" when none is
     return app().Run.Open;
   }

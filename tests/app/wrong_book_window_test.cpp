@@ -21,6 +21,7 @@
 #include "practice/answer_window.h"
 #include "practice/directory_widget.h"
 #include "practice/practice_frame_widget.h"
+#include "support/directory_runs.h"
 #include "support/keys.h"
 #include "support/test_env.h"
 #include "support/window_checks.h"
@@ -58,20 +59,7 @@ struct WrongBookWindow : ::testing::Test {
   void answer(const QString& caption) { frame()->Command2[AnswerCaptions().indexOf(caption)]->click(); }
   void closeAnswer() { frame()->answerWindow()->Command1[3]->click(); }
   // The run of the bank whose file ends in `file` in the directory shown.
-  void startBank(const QString& file) {
-    DirectoryGrid* g = form->MSFlexGrid1;
-    const Directory& d = g->directory();
-    int bankRow = 0;
-    for (int r = 1; r <= d.rowCount(); ++r)
-      if (d.text(r, kColFile).endsWith(file)) bankRow = r;
-    ASSERT_GT(bankRow, 0) << file.toStdString();
-    for (int r = 1; r < bankRow; ++r) {
-      long long a = 0, z = 0;
-      if (HeadingRange(d.text(r, kColFlag), a, z) && a <= bankRow && bankRow <= z && d.isRowHidden(r + 1))
-        g->clickRow(r);
-    }
-    ASSERT_EQ(g->clickRow(bankRow), DirectoryClick::Leaf);
-  }
+  void startBank(const QString& file) { test::StartBankRun(*form->MSFlexGrid1, file); }
   QStringList rowOf(int row) {
     return {window()->Grid1->cellText(row, 1), window()->Grid1->cellText(row, 2), window()->Grid1->cellText(row, 3)};
   }

@@ -29,6 +29,7 @@
 #include "practice/answer_window.h"
 #include "practice/directory_widget.h"
 #include "practice/practice_frame_widget.h"
+#include "support/directory_runs.h"
 #include "support/printers.h"
 #include "support/test_env.h"
 
@@ -279,14 +280,8 @@ TEST_F(LawQueryEndToEnd, AfterARelatedRunTheOpenRunGoesOn) {
   form->ShiTi->trigger();
   DirectoryGrid* g = form->MSFlexGrid1;
   const Directory& d = g->directory();
-  int bankRow = 0;
-  for (int r = 1; r <= d.rowCount(); ++r)
-    if (d.text(r, kColFile).endsWith(u"100011.mmd"_qs)) bankRow = r;
+  const int bankRow = test::OpenBankRow(*g, u"100011.mmd"_qs);
   ASSERT_GT(bankRow, 0);
-  for (int r = 1; r < bankRow; ++r) {
-    long long a = 0, z = 0;
-    if (HeadingRange(d.text(r, kColFlag), a, z) && a <= bankRow && bankRow <= z) g->clickRow(r);
-  }
   ASSERT_EQ(g->clickRow(bankRow), DirectoryClick::Leaf);
   const QString bankIds = run().RunIds;
   answer();
