@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
+#include <functional>
 
 #include "app/log_entries_window.h"
 #include "app/main_window.h"
@@ -54,6 +55,20 @@ struct Sample : ::testing::Test {
     t->dialogs.answer(t->path(kSample));
   }
   LogEntries* entries() const { return form->logEntries(); }
+  // Takes the sample in, answering 否 to "update again?", with `atSecond`
+  // done when the run comes to its second item; the boxes shown.
+  QList<BoxRecord> runClosingAtSecondItem(const std::function<void()>& atSecond) {
+    t->boxes.answer(box::No);
+    int items = 0;
+    entries()->updateStarting = [&](UpdateRun& run) {
+      run.onStep = [&](const QString& where) {
+        if (where == u"item" && ++items == 2) atSecond();
+      };
+    };
+    form->NewerProgram->trigger();
+    entries()->updateStarting = nullptr;
+    return t->boxes.take();
+  }
 };
 
 }  // namespace
@@ -134,21 +149,13 @@ TEST_F(Sample, TheSamplePackageIsTakenInWithItsProgress) {
 }
 
 TEST_F(Sample, TheCloseRequestDuringTheRunIsAskedAndNoGoesOn) {
-  t->boxes.answer(box::No);  // update again?
-  int items = 0;
-  entries()->updateStarting = [&](UpdateRun& run) {
-    run.onStep = [&](const QString& where) {
-      if (where == u"item" && ++items == 2) {
-        // Inside an item the close request is not even asked.
-        form->close();
-        EXPECT_TRUE(t->boxes.shown().size() == 1);
-        QCoreApplication::postEvent(form.get(), new QCloseEvent);
-        t->boxes.answer(box::No);  // 确定中止吗？
-      }
-    };
-  };
-  form->NewerProgram->trigger();
-  const QList<BoxRecord> boxes = t->boxes.take();
+  const QList<BoxRecord> boxes = runClosingAtSecondItem([&] {
+    // Inside an item the close request is not even asked.
+    form->close();
+    EXPECT_TRUE(t->boxes.shown().size() == 1);
+    QCoreApplication::postEvent(form.get(), new QCloseEvent);
+    t->boxes.answer(box::No);  // 确定中止吗？
+  });
   ASSERT_EQ(boxes.size(), 3);
   EXPECT_EQ(boxes[1].title, u"请你确定"_qs);
   EXPECT_EQ(boxes[1].text, u"正在进行更新任务，确定中止吗？"_qs);
@@ -159,19 +166,11 @@ TEST_F(Sample, TheCloseRequestDuringTheRunIsAskedAndNoGoesOn) {
 }
 
 TEST_F(Sample, YesToTheCloseKeepsWhatIsDoneAndEndsTheRun) {
-  t->boxes.answer(box::No);  // update again?
-  int items = 0;
-  entries()->updateStarting = [&](UpdateRun& run) {
-    run.onStep = [&](const QString& where) {
-      if (where == u"item" && ++items == 2) {
-        QCoreApplication::postEvent(form.get(), new QCloseEvent);
-        t->boxes.answer(box::Yes);  // 确定中止吗？
-        t->boxes.answer(box::Yes);  // 真的不玩儿啦？
-      }
-    };
-  };
-  form->NewerProgram->trigger();
-  const QList<BoxRecord> boxes = t->boxes.take();
+  const QList<BoxRecord> boxes = runClosingAtSecondItem([&] {
+    QCoreApplication::postEvent(form.get(), new QCloseEvent);
+    t->boxes.answer(box::Yes);  // 确定中止吗？
+    t->boxes.answer(box::Yes);  // 真的不玩儿啦？
+  });
   ASSERT_EQ(boxes.size(), 3);
   EXPECT_EQ(boxes[1].text, u"正在进行更新任务，确定中止吗？"_qs);
   EXPECT_EQ(boxes[2].title, u"请你确认"_qs);
@@ -186,19 +185,11 @@ TEST_F(Sample, YesToTheCloseKeepsWhatIsDoneAndEndsTheRun) {
 }
 
 TEST_F(Sample, YesThenNoToTheCloseGoesOnAndTheDayFileHoldsEachOnce) {
-  t->boxes.answer(box::No);  // update again?
-  int items = 0;
-  entries()->updateStarting = [&](UpdateRun& run) {
-    run.onStep = [&](const QString& where) {
-      if (where == u"item" && ++items == 2) {
-        QCoreApplication::postEvent(form.get(), new QCloseEvent);
-        t->boxes.answer(box::Yes);  // 确定中止吗？
-        t->boxes.answer(box::No);   // 真的不玩儿啦？
-      }
-    };
-  };
-  form->NewerProgram->trigger();
-  const QList<BoxRecord> boxes = t->boxes.take();
+  const QList<BoxRecord> boxes = runClosingAtSecondItem([&] {
+    QCoreApplication::postEvent(form.get(), new QCloseEvent);
+    t->boxes.answer(box::Yes);  // 确定中止吗？
+    t->boxes.answer(box::No);   // 真的不玩儿啦？
+  });
   ASSERT_EQ(boxes.size(), 4);
   EXPECT_EQ(boxes[3].text, u"共更新了7题。"_qs);
   const QString updated = ReadIdFile(t->path(dayFile));
