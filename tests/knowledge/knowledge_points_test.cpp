@@ -49,6 +49,13 @@ class Points : public ::testing::Test {
   }
   int nodeOf(int therecn) const { return points->nodeOfKey(NodeKeyOf(QString::number(therecn))); }
   QString pointFile(int therecn) const { return t.path(kPointsDir + u"\\"_qs + QString::number(therecn) + u".txt"_qs); }
+  // The one box shown since the last look: its title and its text.
+  void expectOneBox(const QString& title, const QString& text) {
+    const QList<BoxRecord> boxes = t.boxes.take();
+    ASSERT_EQ(boxes.size(), 1);
+    EXPECT_EQ(boxes[0].title, title);
+    EXPECT_EQ(boxes[0].text, text);
+  }
 
   test::TestEnv t;
   Outline outline;
@@ -148,10 +155,7 @@ TEST_F(Points, Text1IsCutAt120WithABox) {
   points->clickNode(nodeOf(3));
   points->typeText1(QString(121, u'甲'));
   EXPECT_EQ(points->Text1, QString(120, u'甲'));
-  const QList<BoxRecord> boxes = t.boxes.take();
-  ASSERT_EQ(boxes.size(), 1);
-  EXPECT_EQ(boxes[0].title, u"内容过长"_qs);
-  EXPECT_EQ(boxes[0].text, u"本框内容过长,不能超过120个汉字。"_qs);
+  expectOneBox(u"内容过长"_qs, u"本框内容过长,不能超过120个汉字。"_qs);
   points->typeText1(QString(120, u'乙'));
   EXPECT_TRUE(t.boxes.take().isEmpty());
 }
@@ -161,10 +165,7 @@ TEST_F(Points, Text4IsCutAt100WithABox) {
   points->clickNode(nodeOf(3));
   points->typeText4(QString(101, u'丙'));
   EXPECT_EQ(points->Text4, QString(100, u'丙'));
-  const QList<BoxRecord> boxes = t.boxes.take();
-  ASSERT_EQ(boxes.size(), 1);
-  EXPECT_EQ(boxes[0].title, u"内容过长"_qs);
-  EXPECT_EQ(boxes[0].text, u"本框内容过长,不能超过100个汉字。"_qs);
+  expectOneBox(u"内容过长"_qs, u"本框内容过长,不能超过100个汉字。"_qs);
 }
 
 TEST_F(Points, APointAfterATitleStartsTheNextCitationButStaysShort) {
@@ -191,10 +192,7 @@ TEST_F(Points, DoubleClickOnText1TakesTodayAndOwnEntry) {
 TEST_F(Points, TheCheckWithoutAPoint) {
   load();
   EXPECT_FALSE(points->Command2_Click());
-  const QList<BoxRecord> boxes = t.boxes.take();
-  ASSERT_EQ(boxes.size(), 1);
-  EXPECT_EQ(boxes[0].title, u"检验未通过"_qs);
-  EXPECT_EQ(boxes[0].text, u"你还没选知识点，检验未通过。"_qs);
+  expectOneBox(u"检验未通过"_qs, u"你还没选知识点，检验未通过。"_qs);
 }
 
 TEST_F(Points, TheCheckExpandsShortFormsAndSaves) {
@@ -210,10 +208,7 @@ TEST_F(Points, TheCheckExpandsShortFormsAndSaves) {
   // The save ran: the table and the file hold the point.
   EXPECT_EQ(test::TableRow(t, 3).d, u"《示例法》第2条《示例法》第3条"_qs);
   EXPECT_EQ(t.readGbk(u"\\知识点\\3.txt"_qs), u"自己的解释"_qs);
-  const QList<BoxRecord> boxes = t.boxes.take();
-  ASSERT_EQ(boxes.size(), 1);
-  EXPECT_EQ(boxes[0].title, u"保存完毕"_qs);
-  EXPECT_EQ(boxes[0].text, u"保存完毕，存为\r\n"_qs + MapSeparators(pointFile(3)));
+  expectOneBox(u"保存完毕"_qs, u"保存完毕，存为\r\n"_qs + MapSeparators(pointFile(3)));
 }
 
 TEST_F(Points, TheCheckFailsOnAMissingFile) {
@@ -390,11 +385,8 @@ TEST_F(KnowledgeFiles, APathOutsideTheProgramFolderIsNotTaken) {
   points->activate();
   EXPECT_EQ(test::TableRow(t, 4).b, u""_qs);
   EXPECT_EQ(test::TableRow(t, 4).d, u"《示例法》4."_qs);
-  const QList<BoxRecord> boxes = t.boxes.take();
-  ASSERT_EQ(boxes.size(), 1);
-  EXPECT_EQ(boxes[0].title, u"新知识点"_qs);
-  EXPECT_EQ(boxes[0].text, u"引入知识点文件时有以下问题：\r\n"_qs + MapSeparators(path(1, "txt")) +
-                               u"中的知识点4：解释文件的路径\\..\\..\\x.txt不在程序文件夹内，没有采用。"_qs);
+  expectOneBox(u"新知识点"_qs, u"引入知识点文件时有以下问题：\r\n"_qs + MapSeparators(path(1, "txt")) +
+                                 u"中的知识点4：解释文件的路径\\..\\..\\x.txt不在程序文件夹内，没有采用。"_qs);
 }
 
 TEST_F(KnowledgeFiles, MalformedSectionsAndHugeValuesLoseNothing) {
@@ -466,10 +458,7 @@ TEST_F(KnowledgeFiles, MissingFilesAreNoticedOncePerRun) {
   load();
   points->activate();
   EXPECT_TRUE(points->Command1Enabled);
-  QList<BoxRecord> boxes = t.boxes.take();
-  ASSERT_EQ(boxes.size(), 1);
-  EXPECT_EQ(boxes[0].text, u"有新的知识点文件，点击下面的按钮进行下载。"_qs);
-  EXPECT_EQ(boxes[0].title, DefaultBoxTitle());
+  expectOneBox(DefaultBoxTitle(), u"有新的知识点文件，点击下面的按钮进行下载。"_qs);
   points->activate();
   EXPECT_TRUE(points->Command1Enabled);
   EXPECT_TRUE(t.boxes.take().isEmpty());
