@@ -23,16 +23,6 @@ class ChosenPackage final : public Dialogs {
   QString path_;
 };
 
-// Nothing to show: the run's progress goes nowhere.
-class NoProgress final : public UpdateView {
- public:
-  void showProgress(int) override {}
-  void setProgress(int) override {}
-  void hideProgress() override {}
-  void setWaitCursor(bool) override {}
-  void letEventsThrough() override {}
-};
-
 // Whether the text holds at least one item that the run would take: a "●"
 // at a line start and an ID tag of 11 digits in that item.
 bool HoldsAnItem(const QString& text) {
@@ -77,7 +67,7 @@ int ApplyUpdateCommand::run(CommandContext& ctx) {
   Env env = ctx.env;
   env.dialogs = &dialog;
   ctx.boxes->answerQuestionsWith(ctx.has(QStringLiteral("again")) ? box::Yes : box::No);
-  NoProgress view;
+  UpdateView view;  // nothing to show: the run's progress goes nowhere
   qint16 runState = 3;
   QString updatedIds;
   UpdateRun update(env, view, {runState, updatedIds});
