@@ -27,19 +27,6 @@ QStringList ClassKeys() {
 
 QString ClassList() { return ClassKeys().join(QStringLiteral("、")); }
 
-// A box the wizard showed, for the report: its text with LF line ends.
-QString Reported(const BoxRecord& b) {
-  QString t = b.text;
-  t.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-  return t;
-}
-
-QString OneLine(QString text) {
-  text.replace(QStringLiteral("\r\n"), QString());
-  text.replace(QLatin1Char('\n'), QString());
-  return text;
-}
-
 }  // namespace
 
 QString PinyinInitial(QChar c) {
@@ -187,7 +174,7 @@ int AddLawCommand::run(CommandContext& ctx) {
   // answered "是", as a user who wants the law added answers them.
   NewLawWizard wizard(ctx.env);
   const qsizetype first = ctx.boxes->shown().size();
-  const auto lastBox = [&]() { return OneLine(ctx.boxes->shown().last().text); };
+  const auto lastBox = [&]() { return OneLine(ctx.boxes->shown().last().text, QString()); };
   if (!wizard.openFile(ctx.operands[0])) return ctx.fail(lastBox());
   wizard.clean();
   if (!wizard.checked) return ctx.fail(lastBox());
@@ -202,22 +189,24 @@ int AddLawCommand::run(CommandContext& ctx) {
   // What the add could not write is said as the failure; the law file itself
   // was written then.
   for (qsizetype i = beforeAdd; i < ctx.boxes->shown().size(); ++i)
-    if ((ctx.boxes->shown()[i].style & 0x70) == box::Exclamation) return ctx.fail(OneLine(ctx.boxes->shown()[i].text));
+    if (box::iconOf(ctx.boxes->shown()[i].style) == box::Exclamation)
+      return ctx.fail(OneLine(ctx.boxes->shown()[i].text, QString()));
 
   // The report: what the window said on the way, the confirmation question
-  // replaced by the classification it named.
+  // replaced by the classification it named (line ends are made LF for the
+  // terminal by the runner).
   QStringList report;
   for (qsizetype i = first; i < ctx.boxes->shown().size(); ++i) {
     const BoxRecord& b = ctx.boxes->shown()[i];
-    if (i >= beforeAdd && (b.style & 7) == box::YesNo) {
+    if (i >= beforeAdd && box::buttonsOf(b.style) == box::YesNo) {
       report << QStringLiteral("%1：%2，%3，%4。").arg(title, paperChoice, letterChoice, classChoice);
       continue;
     }
-    if ((b.style & 7) == box::YesNo) {
-      report << Reported(b) + QStringLiteral("？——已更改。");
+    if (box::buttonsOf(b.style) == box::YesNo) {
+      report << b.text + QStringLiteral("？——已更改。");
       continue;
     }
-    report << Reported(b);
+    report << b.text;
   }
   report << QStringLiteral("法律文件：") + QDir::toNativeSeparators(lawFile);
   ctx.out = report.join(QLatin1Char('\n'));

@@ -133,6 +133,14 @@ QString GeneralHelp() {
   return h;
 }
 
+QString OneLine(const QString& text, const QString& joiner) {
+  QString t = text;
+  t.replace(QStringLiteral("\r\n"), joiner);
+  t.replace(QLatin1Char('\n'), joiner);
+  t.replace(QLatin1Char('\r'), joiner);
+  return t;
+}
+
 QString ForTerminal(const QString& text) {
   QString t = text;
   t.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));

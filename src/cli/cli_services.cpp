@@ -3,7 +3,7 @@
 namespace mj::cli {
 
 int KeptBoxes::show(const QString& text, int style, const QString& title) {
-  const int buttons = style & 7;
+  const int buttons = box::buttonsOf(style);
   const bool asks = buttons == box::YesNo || buttons == box::YesNoCancel;
   const int answer = asks && questionAnswer_ != 0 ? questionAnswer_ : box::defaultAnswer(style);
   shown_.append({title.isEmpty() ? DefaultBoxTitle() : title, text, style, answer});

@@ -79,6 +79,11 @@ using CommandList = std::vector<std::unique_ptr<Command>>;
 // Every command of the program, in the order of the help.
 CommandList AllCommands();
 
+// A message of the core (a box's text may run over several lines) as the
+// one line of a failure: each line break becomes `joiner` ("" between
+// Chinese sentences, " " between the entries of a list of files).
+QString OneLine(const QString& text, const QString& joiner);
+
 // A text for standard output: CR LF and lone CR become LF, and the text
 // ends with one LF unless it is empty.
 QString ForTerminal(const QString& text);

@@ -31,12 +31,6 @@ bool HoldsAnItem(const QString& text) {
   return false;
 }
 
-QString OneLine(QString text) {
-  text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
-  text.replace(QLatin1Char('\n'), QLatin1Char(' '));
-  return text;
-}
-
 }  // namespace
 
 QList<OptionInfo> ApplyUpdateCommand::options() const {
@@ -78,7 +72,7 @@ int ApplyUpdateCommand::run(CommandContext& ctx) {
   for (qsizetype i = before; i < ctx.boxes->shown().size(); ++i) {
     const BoxRecord& b = ctx.boxes->shown()[i];
     if (b.title == QStringLiteral("结果汇报")) report = b.text;
-    if ((b.style & 0x70) == box::Exclamation) problem = OneLine(b.text);
+    if (box::iconOf(b.style) == box::Exclamation) problem = OneLine(b.text, QStringLiteral(" "));
   }
   if (!problem.isEmpty()) return ctx.fail(problem);
   if (!taken || report.isEmpty()) return ctx.fail(QStringLiteral("更新包 %1 没有更新进题库。").arg(path));

@@ -20,28 +20,7 @@ using test::Lf;
 using test::RunCliOn;
 using test::TreeFingerprint;
 
-class CliDemo : public ::testing::Test {
- protected:
-  void SetUp() override {
-    if (test::DemoDataDir().isEmpty()) GTEST_SKIP() << "demonstration data not built";
-    te = std::make_unique<test::TestEnv>(test::DemoDataDir());
-    before = TreeFingerprint(te->root());
-  }
-  // Runs on the copy of the demonstration folder.
-  cli::CliResult run(const QStringList& args) { return RunCliOn(te->root(), args); }
-  // The folder is as it was before the test.
-  void expectUnchanged() { EXPECT_EQ(TreeFingerprint(te->root()), before); }
-  void expectFailure(const QStringList& args, const QString& message) {
-    const cli::CliResult r = run(args);
-    EXPECT_EQ(r.status, 1) << args.join(u' ').toStdString();
-    EXPECT_EQ(r.err, message) << args.join(u' ').toStdString();
-    EXPECT_EQ(r.out, QString()) << args.join(u' ').toStdString();
-    EXPECT_FALSE(r.err.contains(u'\n'));
-  }
-
-  std::unique_ptr<test::TestEnv> te;
-  QMap<QString, QString> before;
-};
+using CliDemo = test::CliDemoTest;
 
 const QString kArticle3 =
     u"　　第三条　只有法律明文规定为犯罪的行为，才能依照法律定罪处刑；法律没有明文规定为犯罪的行为，不得定罪处刑。\n"_qs;

@@ -14,7 +14,7 @@
 #include <QTreeWidget>
 
 #include "app/main_window.h"
-#include "cli_fixture.h"
+#include "cli_program.h"
 #include "law/citations.h"
 #include "law/law_query_window.h"
 #include "papers/check_result_window.h"
@@ -30,30 +30,8 @@ namespace mj {
 namespace {
 
 using test::Lf;
+using test::Program;
 using test::RunCliOn;
-
-// The demonstration folder with settings of another day, so that the first
-// entry into the internal banks counts; the main window started on it.
-struct Program {
-  test::TestEnv t{test::DemoDataDir()};
-  std::unique_ptr<Form1> form;
-
-  Program() {
-    t.writeGbk(u"\\ini\\userself.ini"_qs,
-               u"STOKTIMES=1\r\nSTADDNUM=1\r\nSTPASSDAYS=30\r\nTSOKTIMES=1\r\nTSADDNUM=1\r\nTSPASSDAYS=30\r\n"
-               u"PUBFONTSIZE=15\r\nPUBBACKCOLOR=16777215\r\nPUBFORECOLOR=0\r\nSTLASTUPDATE=0\r\n"
-               u"TSLASTUPDATE=0\r\nPUBFONTNAME=宋体\r\nPUBFONTIT=FALSE\r\nPUBFONTBOLD=FALSE\r\n"_qs);
-    form = std::make_unique<Form1>(t.env);
-    EXPECT_EQ(form->load(), Form1::LoadOutcome::Running);
-    form->resize(1100, 760);
-    form->show();
-    t.boxes.take();
-  }
-  ~Program() {
-    if (form) form->hide();
-  }
-  cli::CliResult cli(const QStringList& args) const { return RunCliOn(t.root(), args); }
-};
 
 // The grid as due prints it: every heading opened by a click, the shown
 // columns of each row.

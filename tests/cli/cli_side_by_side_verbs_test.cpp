@@ -22,7 +22,7 @@
 #include "bank/item_index.h"
 #include "bank/question_search.h"
 #include "bank/question_search_window.h"
-#include "cli_fixture.h"
+#include "cli_program.h"
 #include "law/law_files.h"
 #include "law/new_law_window.h"
 #include "log/log_grid_widget.h"
@@ -40,26 +40,8 @@ namespace mj {
 namespace {
 
 using test::Lf;
+using test::Program;
 using test::RunCliOn;
-
-// The main window started on a copy of the demonstration folder.
-struct Program {
-  test::TestEnv t{test::DemoDataDir()};
-  std::unique_ptr<Form1> form;
-
-  Program() {
-    ClearLawCache();
-    form = std::make_unique<Form1>(t.env);
-    EXPECT_EQ(form->load(), Form1::LoadOutcome::Running);
-    form->resize(1100, 760);
-    form->show();
-    t.boxes.take();
-  }
-  ~Program() {
-    if (form) form->hide();
-  }
-  cli::CliResult cli(const QStringList& args) const { return RunCliOn(t.root(), args); }
-};
 
 // Relative path -> content hash of every file below root: two folders that
 // went through the same change compare equal, whatever the files' times.

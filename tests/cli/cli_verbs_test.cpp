@@ -27,25 +27,13 @@ namespace {
 using test::RunCliOn;
 using test::TreeFingerprint;
 
-// A copy of the demonstration folder, its fingerprint taken before the test.
-class Verbs : public ::testing::Test {
+// A copy of the demonstration folder, and a place outside it for the files
+// the commands read.
+class Verbs : public test::CliDemoTest {
  protected:
-  void SetUp() override {
-    if (test::DemoDataDir().isEmpty()) GTEST_SKIP() << "demonstration data not built";
-    te = std::make_unique<test::TestEnv>(test::DemoDataDir());
-    ClearLawCache();
-    before = TreeFingerprint(te->root());
-  }
-  cli::CliResult run(const QStringList& args) { return RunCliOn(te->root(), args); }
-  void expectUnchanged() { EXPECT_EQ(TreeFingerprint(te->root()), before); }
-  // Status 1, the message alone on standard error, nothing on standard
-  // output, and the folder as it was.
-  void expectFailure(const QStringList& args, const QString& message) {
-    const cli::CliResult r = run(args);
-    EXPECT_EQ(r.status, 1) << args.join(u' ').toStdString();
-    EXPECT_EQ(r.err, message) << args.join(u' ').toStdString();
-    EXPECT_EQ(r.out, QString()) << args.join(u' ').toStdString();
-    EXPECT_FALSE(r.err.contains(u'\n'));
+  // A failure that leaves the folder byte for byte as it was.
+  void expectRefused(const QStringList& args, const QString& message) {
+    expectFailure(args, message);
     expectUnchanged();
   }
   // A file outside the program folder (the folder stays comparable).
@@ -57,8 +45,6 @@ class Verbs : public ::testing::Test {
     return path;
   }
 
-  std::unique_ptr<test::TestEnv> te;
-  QMap<QString, QString> before;
   QTemporaryDir files;
 };
 
@@ -128,11 +114,11 @@ TEST_F(Verbs, ConvertPaperOfTheDemonstrationSamples) {
 
 TEST_F(Verbs, ConvertPaperBadInputs) {
   const QString missing = te->path(u"\\外部题库\\没有.txt"_qs);
-  expectFailure({u"convert-paper"_qs, missing}, u"试卷文件 "_qs + missing + u" 不存在。"_qs);
-  expectFailure({u"convert-paper"_qs, te->path(u"\\外部题库"_qs)},
+  expectRefused({u"convert-paper"_qs, missing}, u"试卷文件 "_qs + missing + u" 不存在。"_qs);
+  expectRefused({u"convert-paper"_qs, te->path(u"\\外部题库"_qs)},
                 te->path(u"\\外部题库"_qs) + u" 是文件夹，不是试卷文件。"_qs);
-  expectFailure({u"convert-paper"_qs}, u"命令 convert-paper 缺少参数，用法：mingjing-cli convert-paper 试卷文件。"_qs);
-  expectFailure({u"convert-paper"_qs, missing, missing},
+  expectRefused({u"convert-paper"_qs}, u"命令 convert-paper 缺少参数，用法：mingjing-cli convert-paper 试卷文件。"_qs);
+  expectRefused({u"convert-paper"_qs, missing, missing},
                 u"命令 convert-paper 的参数太多，用法：mingjing-cli convert-paper 试卷文件。"_qs);
 }
 
@@ -188,18 +174,18 @@ TEST_F(Verbs, ApplyUpdateBadInputsChangeNothing) {
   ASSERT_FALSE(sample.isEmpty());
   // The package's text under another name: not a package.
   const QString txt = outside(u"示例更新包.txt"_qs, sample);
-  expectFailure({u"apply-update"_qs, txt}, txt + u" 不是更新包：必须为*.new文件。"_qs);
+  expectRefused({u"apply-update"_qs, txt}, txt + u" 不是更新包：必须为*.new文件。"_qs);
   // A .new file without a single item, or whose items have no usable ID.
   const QString empty = outside(u"空的.new"_qs, ToGbk(u"这里没有试题。\r\n"_qs));
   const QString noItem = u" 不是更新包：里面没有一道以“●”开头、带“[本题标识ID：][11位数字]”的试题。"_qs;
-  expectFailure({u"apply-update"_qs, empty}, empty + noItem);
+  expectRefused({u"apply-update"_qs, empty}, empty + noItem);
   const QString badId = outside(u"坏的.new"_qs, ToGbk(u"说明\r\n●[单选题]题干\r\n[本题标识ID：][1000110000]\r\n"_qs));
-  expectFailure({u"apply-update"_qs, badId}, badId + noItem);
+  expectRefused({u"apply-update"_qs, badId}, badId + noItem);
   const QString missing = files.path() + u"/没有.new"_qs;
-  expectFailure({u"apply-update"_qs, missing}, u"更新包文件 "_qs + missing + u" 不存在。"_qs);
-  expectFailure({u"apply-update"_qs, files.path()}, files.path() + u" 是文件夹，不是更新包文件。"_qs);
-  expectFailure({u"apply-update"_qs, te->path(kSample), u"--again=1"_qs}, u"选项 --again 不带值。"_qs);
-  expectFailure({u"apply-update"_qs}, u"命令 apply-update 缺少参数，用法：mingjing-cli apply-update 更新包.new。"_qs);
+  expectRefused({u"apply-update"_qs, missing}, u"更新包文件 "_qs + missing + u" 不存在。"_qs);
+  expectRefused({u"apply-update"_qs, files.path()}, files.path() + u" 是文件夹，不是更新包文件。"_qs);
+  expectRefused({u"apply-update"_qs, te->path(kSample), u"--again=1"_qs}, u"选项 --again 不带值。"_qs);
+  expectRefused({u"apply-update"_qs}, u"命令 apply-update 缺少参数，用法：mingjing-cli apply-update 更新包.new。"_qs);
 }
 
 TEST_F(GeneratedVerbs, ApplyUpdateOfAGeneratedPackage) {
@@ -318,33 +304,33 @@ TEST_F(Verbs, AddLawOfARealStatuteInMarkdown) {
 TEST_F(Verbs, AddLawBadInputsChangeNothing) {
   const QString source = outside(u"测试法.txt"_qs, kSmallLaw);
   const QString classes = u"宪法、民法、行政法、刑法、商法、经济法、国际（经济）法、律师法"_qs;
-  expectFailure({u"add-law"_qs, source, u"--class"_qs, u"民法"_qs},
+  expectRefused({u"add-law"_qs, source, u"--class"_qs, u"民法"_qs},
                 u"缺少 --title：该法律/法规的标题，如 --title 《刑法》。"_qs);
-  expectFailure({u"add-law"_qs, source, u"--title"_qs, u"《》"_qs, u"--class"_qs, u"民法"_qs},
+  expectRefused({u"add-law"_qs, source, u"--title"_qs, u"《》"_qs, u"--class"_qs, u"民法"_qs},
                 u"缺少 --title：该法律/法规的标题，如 --title 《刑法》。"_qs);
-  expectFailure({u"add-law"_qs, source, u"--title"_qs, u"《测试法》"_qs},
+  expectRefused({u"add-law"_qs, source, u"--title"_qs, u"《测试法》"_qs},
                 u"缺少 --class：该法律/法规的类别，可选："_qs + classes + u"。"_qs);
-  expectFailure({u"add-law"_qs, source, u"--title"_qs, u"《测试法》"_qs, u"--class"_qs, u"物理"_qs},
+  expectRefused({u"add-law"_qs, source, u"--title"_qs, u"《测试法》"_qs, u"--class"_qs, u"物理"_qs},
                 u"没有“物理”这一类法律，可选："_qs + classes + u"。"_qs);
-  expectFailure({u"add-law"_qs, source, u"--title"_qs, u"《示例刑法》"_qs, u"--class"_qs, u"刑法"_qs},
+  expectRefused({u"add-law"_qs, source, u"--title"_qs, u"《示例刑法》"_qs, u"--class"_qs, u"刑法"_qs},
                 u"文件"_qs + te->root() + u"/lawtxt/示例刑法.mmd已经存在，请重新命名该法律/法规的标题。"_qs);
-  expectFailure({u"add-law"_qs, source, u"--title"_qs, u"《../测试法》"_qs, u"--class"_qs, u"民法"_qs},
+  expectRefused({u"add-law"_qs, source, u"--title"_qs, u"《../测试法》"_qs, u"--class"_qs, u"民法"_qs},
                 BadTitleText(u"《../测试法》"_qs));
   const QString missing = files.path() + u"/没有.txt"_qs;
-  expectFailure({u"add-law"_qs, missing, u"--title"_qs, u"《测试法》"_qs, u"--class"_qs, u"民法"_qs},
+  expectRefused({u"add-law"_qs, missing, u"--title"_qs, u"《测试法》"_qs, u"--class"_qs, u"民法"_qs},
                 u"文件"_qs + missing + u"不存在。"_qs);
   const QString noArticles = outside(u"散文.txt"_qs, u"一篇散文\r\n没有条文。\r\n"_qs.toUtf8());
-  expectFailure({u"add-law"_qs, noArticles, u"--title"_qs, u"《散文》"_qs, u"--class"_qs, u"民法"_qs}, kNoTypeText);
+  expectRefused({u"add-law"_qs, noArticles, u"--title"_qs, u"《散文》"_qs, u"--class"_qs, u"民法"_qs}, kNoTypeText);
   const QString gap = outside(u"缺条.txt"_qs, u"缺条法\r\n第一条 甲。\r\n第二条 乙。\r\n第四条 丁。\r\n"_qs.toUtf8());
-  expectFailure({u"add-law"_qs, gap, u"--title"_qs, u"《缺条法》"_qs, u"--class"_qs, u"民法"_qs}, u"共四条，第三条条有误"_qs);
-  expectFailure({u"add-law"_qs, source, u"--title"_qs, u"《测试法》"_qs, u"--class"_qs, u"民法"_qs, u"--paper"_qs, u"四"_qs},
+  expectRefused({u"add-law"_qs, gap, u"--title"_qs, u"《缺条法》"_qs, u"--class"_qs, u"民法"_qs}, u"共四条，第三条条有误"_qs);
+  expectRefused({u"add-law"_qs, source, u"--title"_qs, u"《测试法》"_qs, u"--class"_qs, u"民法"_qs, u"--paper"_qs, u"四"_qs},
                 u"--paper 只能是 一、二 或 三（也可写 1、2、3），不是“四”。"_qs);
-  expectFailure({u"add-law"_qs, source, u"--title"_qs, u"《测试法》"_qs, u"--class"_qs, u"民法"_qs, u"--letter"_qs, u"测"_qs},
+  expectRefused({u"add-law"_qs, source, u"--title"_qs, u"《测试法》"_qs, u"--class"_qs, u"民法"_qs, u"--letter"_qs, u"测"_qs},
                 u"--letter 要写一个字母 A 到 Z，不是“测”。"_qs);
-  expectFailure({u"add-law"_qs, source, u"--title"_qs, u"《㐀法》"_qs, u"--class"_qs, u"民法"_qs},
+  expectRefused({u"add-law"_qs, source, u"--title"_qs, u"《㐀法》"_qs, u"--class"_qs, u"民法"_qs},
                 u"查不出“㐀”的拼音首字母，请用 --letter 写明标题的拼音首字母（如 --letter X）。"_qs);
   // A class none of whose laws stands in the tree by paper.
-  expectFailure({u"add-law"_qs, source, u"--title"_qs, u"《测试法》"_qs, u"--class"_qs, u"国际经济法"_qs},
+  expectRefused({u"add-law"_qs, source, u"--title"_qs, u"《测试法》"_qs, u"--class"_qs, u"国际经济法"_qs},
                 u"法律树里没有国际（经济）法类的法律可以参照，请用 --paper 写明该法律属试卷一、二还是三（如 --paper 二）。"_qs);
 }
 
@@ -444,19 +430,19 @@ TEST_F(Verbs, QuestionSearchPrintsBankIdAndTheMarkedLine) {
   EXPECT_EQ(r.out, u"题库\t题号\t找到的文字\n《示例刑法》单项选择题\t10001100003\tA．【紧急避险】\n"_qs);
   EXPECT_EQ(run({u"search"_qs, u"--questions"_qs, u"正当防卫 紧急避险"_qs}).out, r.out);
   // A quoted word as it stands: no question holds these words side by side.
-  expectFailure({u"search"_qs, u"--questions"_qs, u"\"正当防卫 紧急避险\""_qs},
+  expectRefused({u"search"_qs, u"--questions"_qs, u"\"正当防卫 紧急避险\""_qs},
                 u"没有含“\"正当防卫 紧急避险\"”的试题。"_qs);
   expectUnchanged();
 }
 
 TEST_F(Verbs, QuestionSearchBadInputs) {
-  expectFailure({u"search"_qs, u"--questions"_qs, u"没有这样的字"_qs}, u"没有含“没有这样的字”的试题。"_qs);
-  expectFailure({u"search"_qs, u"--questions"_qs, u" "_qs}, u"要查的文字是空的。"_qs);
-  expectFailure({u"search"_qs, u"--questions"_qs, u"犯罪"_qs, u"--group"_qs, u"刑法"_qs},
+  expectRefused({u"search"_qs, u"--questions"_qs, u"没有这样的字"_qs}, u"没有含“没有这样的字”的试题。"_qs);
+  expectRefused({u"search"_qs, u"--questions"_qs, u" "_qs}, u"要查的文字是空的。"_qs);
+  expectRefused({u"search"_qs, u"--questions"_qs, u"犯罪"_qs, u"--group"_qs, u"刑法"_qs},
                 u"--group 只用于查法条，不能和 --questions 一起用。"_qs);
-  expectFailure({u"search"_qs, u"--questions"_qs}, u"命令 search 缺少参数，用法：mingjing-cli search 文字。"_qs);
+  expectRefused({u"search"_qs, u"--questions"_qs}, u"命令 search 缺少参数，用法：mingjing-cli search 文字。"_qs);
   // The law search takes one text.
-  expectFailure({u"search"_qs, u"犯罪"_qs, u"行为"_qs},
+  expectRefused({u"search"_qs, u"犯罪"_qs, u"行为"_qs},
                 u"命令 search 的参数太多，用法：mingjing-cli search 文字（查试题时：search --questions 词…）。"_qs);
 }
 
@@ -545,7 +531,7 @@ TEST_F(Verbs, WrongListsTheBanksOfTheQuestionsLastAnsweredWrong) {
             u"试卷一 单项选择题\t1\t2026年11月19日\n"
             u"《合同示例规则》单项选择题\t1\t2026年10月11日\n"_qs);
   before = TreeFingerprint(te->root());
-  expectFailure({u"wrong"_qs, u"x"_qs}, u"命令 wrong 的参数太多，用法：mingjing-cli wrong。"_qs);
+  expectRefused({u"wrong"_qs, u"x"_qs}, u"命令 wrong 的参数太多，用法：mingjing-cli wrong。"_qs);
 }
 
 TEST_F(GeneratedVerbs, WrongOnAGeneratedFolder) {
