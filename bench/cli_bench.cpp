@@ -1,8 +1,10 @@
 // mingjing-cli as a whole process, start to exit, timed from outside the
 // program: `article 民法典 1000` over the real statutes and `check-paper` on a
 // paper of the 500 real examination questions (questions/lawbench-3-6.json
-// of the real data set, in the paper layout). The bare start of the program
-// (--help) is given for comparison.
+// of the real data set, in the paper layout), and the conversion of that
+// paper; the question search and the wrong book over a generated folder of
+// 20,000 questions. The bare start of the program (--help) is given for
+// comparison.
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -28,6 +30,7 @@ namespace mj::bench {
 namespace {
 
 QTemporaryDir* folder = nullptr;
+QTemporaryDir* bigFolder = nullptr;  // 20,000 questions
 QString paperPath;
 
 // The real questions as a paper: one section of single choices, each stem
@@ -66,6 +69,13 @@ bool Prepare() {
   paperPath = folder->path() + QStringLiteral("/外部题库/lawbench-3-6.txt");
   const QString paper = RealPaper(real + QStringLiteral("/questions/lawbench-3-6.json"));
   if (paper.isEmpty() || !WritePaper(paperPath, paper, PaperEncoding::Gbk)) return false;
+  bigFolder = new QTemporaryDir;
+  gen::Sizes big;
+  big.questions = 20000;
+  big.banks = 40;
+  big.papers = 4;
+  big.paperQuestions = 100;
+  if (!gen::Generate(bigFolder->path(), big, &error)) return false;
   std::fprintf(stderr, "bench_cli: the paper holds %lld questions, %lld bytes\n",
                static_cast<long long>(paper.count(QStringLiteral("[答案：]"))),
                static_cast<long long>(QFileInfo(paperPath).size()));
@@ -115,6 +125,25 @@ void BM_CliCheckRealPaper(benchmark::State& state) {
 }
 BENCHMARK(BM_CliCheckRealPaper)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(40)->Repetitions(3);
 
+void BM_CliConvertRealPaper(benchmark::State& state) {
+  RunProcess(state, {QStringLiteral("convert-paper"), paperPath, QStringLiteral("--folder"),
+                     folder ? folder->path() : QString()});
+}
+BENCHMARK(BM_CliConvertRealPaper)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(20)->Repetitions(3);
+
+// Two words, each in a few questions of the 20,000, and the search finds
+// the one that has both.
+void BM_CliQuestionSearch20k(benchmark::State& state) {
+  RunProcess(state, {QStringLiteral("search"), QStringLiteral("--questions"), QStringLiteral("生成试题17："),
+                     QStringLiteral("生成选项Ｂ17"), QStringLiteral("--folder"), bigFolder ? bigFolder->path() : QString()});
+}
+BENCHMARK(BM_CliQuestionSearch20k)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(10)->Repetitions(3);
+
+void BM_CliWrongBook20k(benchmark::State& state) {
+  RunProcess(state, {QStringLiteral("wrong"), QStringLiteral("--folder"), bigFolder ? bigFolder->path() : QString()});
+}
+BENCHMARK(BM_CliWrongBook20k)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(20)->Repetitions(3);
+
 void BM_CliBareStart(benchmark::State& state) { RunProcess(state, {QStringLiteral("--help")}); }
 BENCHMARK(BM_CliBareStart)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(40)->Repetitions(3);
 
@@ -128,5 +157,6 @@ int main(int argc, char** argv) {
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();
   delete mj::bench::folder;
+  delete mj::bench::bigFolder;
   return 0;
 }
