@@ -58,12 +58,14 @@ qsizetype FindWord(QStringView text, qsizetype from, QStringView word) {
 }  // namespace
 
 QString FoldForSearch(const QString& text) {
-  QString out;
-  out.reserve(text.size());
-  for (QChar c : text) {
-    if (IsLineBreak(c)) continue;
-    out.append(QChar(Fold(c.unicode())));
-  }
+  // Written into the buffer directly: an append per character costs more
+  // than the folding itself when every hit line of a big search is made.
+  QString out(text.size(), Qt::Uninitialized);
+  char16_t* to = reinterpret_cast<char16_t*>(out.data());
+  qsizetype n = 0;
+  for (QChar c : text)
+    if (!IsLineBreak(c)) to[n++] = Fold(c.unicode());
+  out.truncate(n);
   return out;
 }
 
@@ -101,16 +103,18 @@ QString SearchableText(const QString& block, long long n) {
 SearchHit HitLine(const QString& text, const QStringList& words) {
   SearchHit hit;
   // The text without its line breaks, and where they stood.
-  QString flat;
-  flat.reserve(text.size());
+  QString flat(text.size(), Qt::Uninitialized);
+  char16_t* to = reinterpret_cast<char16_t*>(flat.data());
+  qsizetype n = 0;
   std::vector<qsizetype> breaks;
   for (QChar c : text) {
     if (IsLineBreak(c)) {
-      if (breaks.empty() || breaks.back() != flat.size()) breaks.push_back(flat.size());
+      if (breaks.empty() || breaks.back() != n) breaks.push_back(n);
     } else {
-      flat.append(c);
+      to[n++] = c.unicode();
     }
   }
+  flat.truncate(n);
   const QString folded = FoldForSearch(flat);
   // The first place of any word; of two words found at the same place the
   // longer one.
