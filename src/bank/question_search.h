@@ -20,7 +20,6 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
-#include <QStringMatcher>
 #include <functional>
 #include <memory>
 #include <vector>
