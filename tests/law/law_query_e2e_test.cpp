@@ -78,6 +78,17 @@ class LawQueryEndToEnd : public ::testing::Test {
     }
     return {0, QString()};
   }
+  // The first article of the law that has questions, queried by its number
+  // and clicked in the view, so that 相关NN题 is ready: the article (0 when
+  // none has questions, and nothing is clicked) and its questions' IDs.
+  std::pair<int, QString> clickArticleWithQuestions() {
+    const std::pair<int, QString> found = articleWithQuestions();
+    if (found.first == 0) return found;
+    lawQuery()->query().editText1(CStr(found.first));
+    lawQuery()->Command3->click();
+    clickView(u"条　"_qs);
+    return found;
+  }
   // Clicks (or double clicks) the view of the law query on the first place of what.
   void clickView(const QString& what, bool twice = false) {
     Form6* f = lawQuery();
@@ -153,11 +164,8 @@ TEST_F(LawQueryEndToEnd, FromTheMenuToTheQuestionsOfAnArticleAndBack) {
   shot(f, u"e2e_law_query_articles"_qs);
 
   // The article with questions: clicked, 相关NN题 ready.
-  const auto [article, ids] = articleWithQuestions();
+  const auto [article, ids] = clickArticleWithQuestions();
   ASSERT_GT(article, 0);
-  f->query().editText1(CStr(article));
-  f->Command3->click();
-  clickView(u"条　"_qs);
   ASSERT_TRUE(f->Command5->isEnabled());
   const int count = static_cast<int>(ids.size() / 11);
   EXPECT_EQ(f->Command5->text(), u"相关"_qs + CStr(count) + u"题"_qs);
@@ -204,11 +212,8 @@ TEST_F(LawQueryEndToEnd, ADoubleClickOnACitationInTheAnswerWindowOpensTheArticle
   form->FGCX->trigger();
   pickLaw();
   Form6* f = lawQuery();
-  const auto [article, ids] = articleWithQuestions();
+  const auto [article, ids] = clickArticleWithQuestions();
   ASSERT_GT(article, 0);
-  f->query().editText1(CStr(article));
-  f->Command3->click();
-  clickView(u"条　"_qs);
   // A double click in the view while 相关NN题 is enabled starts the run too.
   clickView(u"条　"_qs, true);
   ASSERT_FALSE(f->isVisible());
@@ -234,11 +239,8 @@ TEST_F(LawQueryEndToEnd, TheLawQueryButtonOfTheAnswerWindow) {
   form->FGCX->trigger();
   pickLaw();
   Form6* f = lawQuery();
-  const auto [article, ids] = articleWithQuestions();
+  const auto [article, ids] = clickArticleWithQuestions();
   ASSERT_GT(article, 0);
-  f->query().editText1(CStr(article));
-  f->Command3->click();
-  clickView(u"条　"_qs);
   f->Command5->click();
   answer();
   ASSERT_TRUE(form3()->Command2->isEnabled());
@@ -258,11 +260,8 @@ TEST_F(LawQueryEndToEnd, AfterARelatedRunTheStartPageComesBack) {
   form->FGCX->trigger();
   pickLaw();
   Form6* f = lawQuery();
-  const auto [article, ids] = articleWithQuestions();
+  const auto [article, ids] = clickArticleWithQuestions();
   ASSERT_GT(article, 0);
-  f->query().editText1(CStr(article));
-  f->Command3->click();
-  clickView(u"条　"_qs);
   f->Command5->click();
   ASSERT_EQ(form->currentFace(), form->practicePage);
   answer();
@@ -298,11 +297,8 @@ TEST_F(LawQueryEndToEnd, AfterARelatedRunTheOpenRunGoesOn) {
   Form6* f = lawQuery();
   ASSERT_TRUE(f->isVisible());
   pickLaw();
-  const auto [article, ids] = articleWithQuestions();
+  const auto [article, ids] = clickArticleWithQuestions();
   ASSERT_GT(article, 0);
-  f->query().editText1(CStr(article));
-  f->Command3->click();
-  clickView(u"条　"_qs);
   f->Command5->click();
   ASSERT_TRUE(run().FromLawQuery);
   answer();
