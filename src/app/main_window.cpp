@@ -37,6 +37,7 @@
 #include "papers/paper_window.h"
 #include "papers/question_editor_window.h"
 #include "platform/desktop_services_widget.h"
+#include "platform/named_controls_widget.h"
 #include "platform/paths.h"
 #include "platform/text_toolkit.h"
 #include "platform/textfile.h"
@@ -107,22 +108,14 @@ Form21* Form1::statsWindow() {
 
 void Form1::buildMenu() {
   QMenuBar* bar = menuBar();
-  auto entry = [this, bar](const QString& name, const QString& caption) {
-    QAction* a = bar->addAction(caption);
-    a->setObjectName(name);
-    return a;
-  };
+  auto entry = [bar](const QString& name, const QString& caption) { return NamedAction(bar, name, caption); };
   auto submenu = [bar](const QString& name, const QString& caption) {
     QMenu* m = bar->addMenu(caption);
     m->setObjectName(name);
     m->menuAction()->setObjectName(name);
     return m;
   };
-  auto item = [](QMenu* m, const QString& name, const QString& caption) {
-    QAction* a = m->addAction(caption);
-    a->setObjectName(name);
-    return a;
-  };
+  auto item = [](QMenu* m, const QString& name, const QString& caption) { return NamedAction(m, name, caption); };
 
   ShiTi = entry(QStringLiteral("ShiTi"), QStringLiteral("内部题库"));
   CeShi = entry(QStringLiteral("CeShi"), QStringLiteral("摸拟试卷"));

@@ -15,6 +15,7 @@
 
 #include "papers/law_list_widget.h"
 #include "papers/text_box_widget.h"
+#include "platform/named_controls_widget.h"
 #include "platform/text_toolkit.h"
 #include "platform/vbtext.h"
 
@@ -24,12 +25,7 @@ Form12::Form12(const Env& env, QWidget* parent) : QWidget(parent, Qt::Window), e
   setObjectName(QStringLiteral("Form12"));
   setWindowTitle(QStringLiteral("常用替换设置"));
 
-  auto button = [this](const QString& name, const QString& caption) {
-    auto* b = new QPushButton(caption, this);
-    b->setObjectName(name);
-    b->setAutoDefault(false);
-    return b;
-  };
+  auto button = [this](const QString& name, const QString& caption) { return NamedButton(this, name, caption); };
 
   auto* outer = new QVBoxLayout(this);
   auto* top = new QHBoxLayout;

@@ -19,6 +19,7 @@
 #include "papers/text_box_widget.h"
 #include "platform/paths.h"
 #include "platform/rich_wrap_widget.h"
+#include "platform/named_controls_widget.h"
 #include "platform/text_toolkit.h"
 
 namespace mj {
@@ -48,12 +49,7 @@ Form10::Form10(const Env& env, PaperState& state, QWidget* parent)
   middle->addWidget(RichTextBox1, 1);
 
   auto* side = new QVBoxLayout;
-  auto button = [this](const QString& name, const QString& caption) {
-    auto* b = new QPushButton(caption, this);
-    b->setObjectName(name);
-    b->setAutoDefault(false);
-    return b;
-  };
+  auto button = [this](const QString& name, const QString& caption) { return NamedButton(this, name, caption); };
   const QStringList captions = {QStringLiteral("检验格式"), QStringLiteral("试一下自动转换"), QStringLiteral("查找/替换"),
                                 QStringLiteral("保存一下"), QStringLiteral("开始做题"),      QStringLiteral("返回"),
                                 QStringLiteral("本窗说明")};

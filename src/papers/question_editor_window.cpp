@@ -17,6 +17,7 @@
 #include "papers/paper_check.h"
 #include "papers/provider_window.h"
 #include "papers/text_box_widget.h"
+#include "platform/named_controls_widget.h"
 #include "platform/text_toolkit.h"
 
 namespace mj {
@@ -111,9 +112,7 @@ Form9::Form9(const Env& env, QWidget* parent) : QWidget(parent, Qt::Window), env
 
   auto* buttons = new QHBoxLayout;
   auto button = [this, buttons](const QString& name, const QString& caption) {
-    auto* b = new QPushButton(caption, this);
-    b->setObjectName(name);
-    b->setAutoDefault(false);
+    QPushButton* b = NamedButton(this, name, caption);
     buttons->addWidget(b);
     return b;
   };

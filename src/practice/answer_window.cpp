@@ -13,6 +13,7 @@
 #include <QTextEdit>
 #include <QVBoxLayout>
 
+#include "platform/named_controls_widget.h"
 #include "platform/text_toolkit.h"
 #include "settings/text_style_widget.h"
 
@@ -47,9 +48,7 @@ Form3::Form3(QWidget* parent) : QWidget(parent, Qt::Window) {
   outer->addWidget(splitter, 1);
 
   auto button = [this](const QString& name, const QString& caption, const QString& tip = QString()) {
-    auto* b = new QPushButton(caption, this);
-    b->setObjectName(name);
-    b->setAutoDefault(false);
+    QPushButton* b = NamedButton(this, name, caption);
     if (!tip.isEmpty()) b->setToolTip(tip);
     return b;
   };
