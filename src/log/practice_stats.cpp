@@ -1,6 +1,7 @@
 #include "log/practice_stats.h"
 
 #include <QMap>
+#include <utility>
 
 #include "bank/table_check.h"
 #include "bank/tables.h"
@@ -20,18 +21,25 @@ constexpr qsizetype kEntryLength = 20;
 
 // Calls `visit` with each entry of a trimmed record, newest first, until it
 // returns false: whole 20-character entries only, an entry whose first 16
-// characters are no date left out. The record is read in place: the
+// characters are no date left out, and so is one `passOver` says need not be
+// read (its date is not wanted). The record is read in place: the
 // statistics read millions of entries.
-template <typename Visit>
-void forEachEntry(const QString& story, const QString& answer, Visit&& visit) {
+template <typename PassOver, typename Visit>
+void forEachEntry(const QString& story, const QString& answer, PassOver&& passOver, Visit&& visit) {
   const QStringView all(story);
   const qsizetype n = all.size() / kEntryLength;
   for (qsizetype i = 0; i < n; ++i) {
     const QStringView entry = all.mid(i * kEntryLength, kEntryLength);
+    if (passOver(entry)) continue;
     const std::optional<QDate> day = EntryDate(entry);
     if (!day) continue;
     if (!visit(RecordEntryOf{*day, entry.mid(16).trimmed() == answer})) return;
   }
+}
+
+template <typename Visit>
+void forEachEntry(const QString& story, const QString& answer, Visit&& visit) {
+  forEachEntry(story, answer, [](QStringView) { return false; }, std::forward<Visit>(visit));
 }
 
 // Whether an entry starts with "yyyy-mm-dd", all ten characters digits but
@@ -165,21 +173,19 @@ QList<DayAnswers> AnswersPerDay(const PracticeRecords& records, const QDate& tod
   const bool byText = first.year() >= 1 && today.year() <= 9999;
   const QString firstText = first.toString(QStringLiteral("yyyy-MM-dd"));
   const QString lastText = today.toString(QStringLiteral("yyyy-MM-dd"));
+  const auto outsideDays = [&](QStringView entry) {
+    return byText && isDigitDay(entry) && (entry.first(10) < firstText || entry.first(10) > lastText);
+  };
   for (const QList<RecordedQuestion>* table : {&records.internal, &records.simulated}) {
     for (const RecordedQuestion& q : *table) {
-      const QStringView all(q.story);
-      const qsizetype n = all.size() / kEntryLength;
-      for (qsizetype e = 0; e < n; ++e) {
-        const QStringView entry = all.mid(e * kEntryLength, kEntryLength);
-        if (byText && isDigitDay(entry) && (entry.first(10) < firstText || entry.first(10) > lastText)) continue;
-        const std::optional<QDate> day = EntryDate(entry);
-        if (!day) continue;
-        const qint64 i = day->toJulianDay() - firstDay;
+      forEachEntry(q.story, q.answer, outsideDays, [&](const RecordEntryOf& e) {
+        const qint64 i = e.day.toJulianDay() - firstDay;
         if (i >= 0 && i < out.size()) {
           ++out[i].answers;
-          if (entry.mid(16).trimmed() == q.answer) ++out[i].right;
+          if (e.right) ++out[i].right;
         }
-      }
+        return true;
+      });
     }
   }
   return out;
