@@ -1,5 +1,7 @@
 #include "cli/cli.h"
 
+#include <QFileInfo>
+
 #include "cli/cli_services.h"
 #include "cli/command.h"
 #include "platform/paths.h"
@@ -131,6 +133,18 @@ QString GeneralHelp() {
       "package on first use. Exit status 0 on success, 1 with a one-line message on standard error otherwise.\n"
       "Output is UTF-8. The help of a command: mingjing-cli COMMAND --help.\n");
   return h;
+}
+
+QString NamedInputFile(const QString& path, const QString& kind, QString* problem) {
+  if (!PathExists(path)) {
+    *problem = QStringLiteral("%1 %2 不存在。").arg(kind, path);
+    return QString();
+  }
+  if (DirExists(path)) {
+    *problem = QStringLiteral("%1 是文件夹，不是%2。").arg(path, kind);
+    return QString();
+  }
+  return QFileInfo(path).absoluteFilePath();
 }
 
 QString OneLine(const QString& text, const QString& joiner) {

@@ -84,6 +84,12 @@ CommandList AllCommands();
 // Chinese sentences, " " between the entries of a list of files).
 QString OneLine(const QString& text, const QString& joiner);
 
+// An input file the user names on the command line (a paper, an update
+// package): its absolute path, or empty with the one-line reason in
+// `problem` when it does not exist or is a folder. `kind` names the file in
+// the messages: "试卷文件", "更新包文件".
+QString NamedInputFile(const QString& path, const QString& kind, QString* problem);
+
 // A text for standard output: CR LF and lone CR become LF, and the text
 // ends with one LF unless it is empty.
 QString ForTerminal(const QString& text);

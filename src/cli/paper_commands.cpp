@@ -1,23 +1,14 @@
 #include "cli/paper_commands.h"
 
-#include <QFileInfo>
-
 #include "papers/auto_format.h"
 #include "papers/paper_file.h"
 
 namespace mj::cli {
 
 bool ReadNamedPaper(const QString& path, QString* text, QString* problem) {
-  const QFileInfo fi(path);
-  if (!fi.exists()) {
-    *problem = QStringLiteral("试卷文件 %1 不存在。").arg(path);
-    return false;
-  }
-  if (fi.isDir()) {
-    *problem = QStringLiteral("%1 是文件夹，不是试卷文件。").arg(path);
-    return false;
-  }
-  const PaperFile paper = ReadPaper(fi.absoluteFilePath());
+  const QString absolute = NamedInputFile(path, QStringLiteral("试卷文件"), problem);
+  if (absolute.isEmpty()) return false;
+  const PaperFile paper = ReadPaper(absolute);
   if (!paper.ok) {
     *problem = QStringLiteral("试卷文件 %1 无法读取。").arg(path);
     return false;

@@ -41,14 +41,13 @@ QList<OptionInfo> ApplyUpdateCommand::options() const {
 
 int ApplyUpdateCommand::run(CommandContext& ctx) {
   const QString path = ctx.operands[0];
-  const QFileInfo fi(path);
   // Everything that makes the package unusable is found before the run, so
   // that a bad file changes nothing in the folder.
-  if (!fi.exists()) return ctx.fail(QStringLiteral("更新包文件 %1 不存在。").arg(path));
-  if (fi.isDir()) return ctx.fail(QStringLiteral("%1 是文件夹，不是更新包文件。").arg(path));
-  if (!fi.fileName().contains(QStringLiteral(".new"), Qt::CaseInsensitive))
+  QString problem;
+  const QString absolute = NamedInputFile(path, QStringLiteral("更新包文件"), &problem);
+  if (absolute.isEmpty()) return ctx.fail(problem);
+  if (!QFileInfo(absolute).fileName().contains(QStringLiteral(".new"), Qt::CaseInsensitive))
     return ctx.fail(QStringLiteral("%1 不是更新包：").arg(path) + kNotAPackage);
-  const QString absolute = fi.absoluteFilePath();
   bool read = false;
   const QByteArray bytes = ReadBytes(absolute, &read);
   if (!read) return ctx.fail(QStringLiteral("无法读取文件：") + path);
@@ -68,7 +67,6 @@ int ApplyUpdateCommand::run(CommandContext& ctx) {
   const qsizetype before = ctx.boxes->shown().size();
   const bool taken = update.run();
   QString report;
-  QString problem;
   for (qsizetype i = before; i < ctx.boxes->shown().size(); ++i) {
     const BoxRecord& b = ctx.boxes->shown()[i];
     if (b.title == QStringLiteral("结果汇报")) report = b.text;
